@@ -1,0 +1,32 @@
+# Source collection by folder, so that a new class needs no edit of a shared list.
+
+function(zel260_collect_sources core_out widgets_out)
+  set(core)
+  set(widgets)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB c CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp)
+    file(GLOB w CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/qt/*.cpp ${CMAKE_SOURCE_DIR}/src/${folder}/qt/*.h)
+    list(APPEND core ${c})
+    list(APPEND widgets ${w})
+  endforeach()
+  set(${core_out} ${core} PARENT_SCOPE)
+  set(${widgets_out} ${widgets} PARENT_SCOPE)
+endfunction()
+
+# <Zel260/Core.h> includes every public header outside a qt/ folder;
+# <Zel260/Widgets.h> includes Core.h and every public header of a qt/ folder.
+function(zel260_generate_umbrella_headers)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/include/Zel260/*.h)
+  list(SORT headers)
+  set(core "// Generated: every public header of zel260core.\n#pragma once\n")
+  set(widgets "// Generated: every public header of zel260widgets.\n#pragma once\n#include <Zel260/Core.h>\n")
+  foreach(h IN LISTS headers)
+    if(h MATCHES "/qt/")
+      string(APPEND widgets "#include <${h}>\n")
+    else()
+      string(APPEND core "#include <${h}>\n")
+    endif()
+  endforeach()
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/include/Zel260/Core.h CONTENT "${core}")
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/include/Zel260/Widgets.h CONTENT "${widgets}")
+endfunction()

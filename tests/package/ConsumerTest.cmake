@@ -1,0 +1,22 @@
+# Installs the built library into a fresh prefix, then configures, builds and runs
+# examples/consumer against it with find_package(Zel260 CONFIG).
+file(REMOVE_RECURSE ${WORK_DIR})
+set(prefix ${WORK_DIR}/prefix)
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix} RESULT_VARIABLE rc)
+if(rc)
+  message(FATAL_ERROR "install failed: ${rc}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/consumer -B ${WORK_DIR}/build
+  -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=Release RESULT_VARIABLE rc)
+if(rc)
+  message(FATAL_ERROR "configure of the consumer failed: ${rc}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/build RESULT_VARIABLE rc)
+if(rc)
+  message(FATAL_ERROR "build of the consumer failed: ${rc}")
+endif()
+execute_process(COMMAND ${WORK_DIR}/build/zel260_consumer OUTPUT_VARIABLE out RESULT_VARIABLE rc)
+if(rc OR NOT out MATCHES "consumer ok")
+  message(FATAL_ERROR "consumer run failed (${rc}): ${out}")
+endif()
+message(STATUS "${out}")
