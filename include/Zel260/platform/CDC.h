@@ -1,0 +1,113 @@
+// A device context: what the library asks of a screen, an image or a printer.
+// Abstract in the core; the widget library implements it over QPainter (on a
+// QImage, a widget or a QPrinter). Coordinates are device pixels unless a mapping
+// mode says otherwise; colours are COLORREF (0x00BBGGRR).
+#pragma once
+
+#include <Zel260/platform/CGeometry.h>
+#include <Zel260/platform/Win32Types.h>
+
+// GetDeviceCaps indices (Win32 numbers).
+constexpr int HORZSIZE = 4;
+constexpr int VERTSIZE = 6;
+constexpr int HORZRES = 8;
+constexpr int VERTRES = 10;
+constexpr int BITSPIXEL = 12;
+constexpr int LOGPIXELSX = 88;
+constexpr int LOGPIXELSY = 90;
+constexpr int PHYSICALWIDTH = 110;
+constexpr int PHYSICALHEIGHT = 111;
+constexpr int PHYSICALOFFSETX = 112;
+constexpr int PHYSICALOFFSETY = 113;
+
+// Raster operations used by the library (Win32 numbers).
+constexpr DWORD SRCCOPY = 0x00CC0020;
+constexpr DWORD SRCPAINT = 0x00EE0086;
+constexpr DWORD SRCAND = 0x008800C6;
+constexpr DWORD SRCINVERT = 0x00660046;
+constexpr DWORD DSTINVERT = 0x00550009;
+constexpr DWORD PATCOPY = 0x00F00021;
+constexpr DWORD BLACKNESS = 0x00000042;
+constexpr DWORD WHITENESS = 0x00FF0062;
+
+constexpr int TRANSPARENT = 1;
+constexpr int OPAQUE = 2;
+
+struct BITMAPINFOHEADER {
+    DWORD biSize;
+    LONG biWidth;
+    LONG biHeight; // positive: bottom-up rows; negative: top-down
+    WORD biPlanes;
+    WORD biBitCount;
+    DWORD biCompression;
+    DWORD biSizeImage;
+    LONG biXPelsPerMeter;
+    LONG biYPelsPerMeter;
+    DWORD biClrUsed;
+    DWORD biClrImportant;
+};
+struct RGBQUAD {
+    BYTE rgbBlue;
+    BYTE rgbGreen;
+    BYTE rgbRed;
+    BYTE rgbReserved;
+};
+struct BITMAPINFO {
+    BITMAPINFOHEADER bmiHeader;
+    RGBQUAD bmiColors[1];
+};
+constexpr DWORD BI_RGB = 0;
+constexpr UINT DIB_RGB_COLORS = 0;
+
+class CDC {
+public:
+    virtual ~CDC() = default;
+
+    // Text. Extents are in device pixels of the selected font.
+    virtual CSize GetTextExtent(const char* text, int length) const = 0;
+    CSize GetTextExtent(const char* text) const;
+    virtual BOOL TextOut(int x, int y, const char* text, int length) = 0;
+    virtual COLORREF SetTextColor(COLORREF colour) = 0; // returns the previous colour
+    virtual COLORREF GetTextColor() const = 0;
+    virtual COLORREF SetBkColor(COLORREF colour) = 0;
+    virtual int SetBkMode(int mode) = 0;
+
+    // Drawing.
+    virtual void FillSolidRect(const RECT& rect, COLORREF colour) = 0;
+    virtual CPoint MoveTo(int x, int y) = 0;
+    virtual BOOL LineTo(int x, int y) = 0;
+    virtual COLORREF SetPixel(int x, int y, COLORREF colour) = 0;
+    virtual COLORREF GetPixel(int x, int y) const = 0; // CLR_INVALID outside the device
+    virtual BOOL PatBlt(int x, int y, int width, int height, DWORD rop) = 0;
+    virtual void DrawFocusRect(const RECT& rect) = 0;
+
+    // Clipping.
+    virtual int GetClipBox(RECT* rect) const = 0;
+    virtual int IntersectClipRect(const RECT& rect) = 0;
+
+    // Device-independent bitmaps onto the device, as Win32's SetDIBitsToDevice and
+    // StretchDIBits (only 32-bit BI_RGB is required). Return the scan lines copied,
+    // 0 on failure.
+    virtual int SetDIBitsToDevice(int xDest, int yDest, DWORD width, DWORD height, int xSrc, int ySrc,
+                                  UINT startScan, UINT scanLines, const void* bits, const BITMAPINFO* info,
+                                  UINT colourUse) = 0;
+    virtual int StretchDIBits(int xDest, int yDest, int destWidth, int destHeight, int xSrc, int ySrc,
+                              int srcWidth, int srcHeight, const void* bits, const BITMAPINFO* info,
+                              UINT colourUse, DWORD rop) = 0;
+    // Copies a rectangle from `source` (which may be this device).
+    virtual BOOL BitBlt(int x, int y, int width, int height, CDC* source, int xSrc, int ySrc, DWORD rop) = 0;
+
+    virtual int GetDeviceCaps(int index) const = 0;
+    virtual BOOL IsPrinting() const { return FALSE; }
+};
+
+constexpr COLORREF CLR_INVALID = 0xFFFFFFFFu;
+
+inline CSize CDC::GetTextExtent(const char* text) const
+{
+    int n = 0;
+    if (text)
+        while (text[n])
+            ++n;
+    return GetTextExtent(text, n);
+}
