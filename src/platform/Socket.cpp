@@ -5,6 +5,7 @@
 #include <cstring>
 #include <netdb.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -138,6 +139,11 @@ BOOL CSocket::Create(UINT socketPort, int socketType, long events, const char* s
     SOCKET s = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (s < 0)
         return failFromErrno(), FALSE;
+
+    // Our protocols write a command in pieces and then wait for the answer; with
+    // Nagle's algorithm each such turn would wait for the peer's delayed ACK.
+    int one = 1;
+    ::setsockopt(s, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
 
     const DWORD ms = ZelSocketTimeout();
     if (ms) {

@@ -20,6 +20,7 @@ public:
     CZelMailMessageMimeContainer(const CZelMailMessageMimeContainer&) = delete;
     CZelMailMessageMimeContainer& operator=(const CZelMailMessageMimeContainer&) = delete;
 
+    using CZelMailMessage::Body; // keeps the setter in view
     const CString Header() override;
     const CString Body() override;
 

@@ -7,7 +7,8 @@
 // time-out (ZelSocketTimeout, 60 seconds unless changed): a server that accepts a
 // connection and then says nothing must not tie up the calling thread for ever. A
 // time-out fails the call with WSAETIMEDOUT. Sends never raise SIGPIPE: a send to a
-// peer that has gone fails with its error like any other.
+// peer that has gone fails with its error like any other. Stream sockets are made
+// with TCP_NODELAY, so a command written in pieces goes out without waiting.
 #pragma once
 
 #include <Zel260/platform/Win32Types.h>
