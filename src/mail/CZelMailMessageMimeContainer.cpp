@@ -1,5 +1,8 @@
 #include <Zel260/mail/CZelMailMessageMimeContainer.h>
 
+#include <string>
+#include <vector>
+
 namespace {
 
 CString& boundaryDefaultStore()
@@ -48,16 +51,31 @@ const CString CZelMailMessageMimeContainer::Body()
         return CZelMailMessage::Body();
     if (m_parts.size() == 1)
         return m_parts.front()->Body();
-    CString b = m_preMime;
+    // Attachments make this text large: gather the pieces first and copy each once.
+    std::vector<CString> headers, bodies;
+    std::size_t total = m_preMime.str().size() + m_postMime.str().size() + 8 + m_boundary.str().size();
     for (auto* part : m_parts) {
-        b += "\r\n--" + m_boundary + "\r\n";
-        b += part->Header();
-        b += "\r\n";
-        b += part->Body();
+        headers.push_back(part->Header());
+        bodies.push_back(part->Body());
+        total += headers.back().str().size() + bodies.back().str().size() + m_boundary.str().size() + 8;
     }
-    b += "\r\n--" + m_boundary + "--\r\n";
-    b += m_postMime;
-    return b;
+    std::string b;
+    // Room for the line end a sender adds, so that it doesn't copy the whole text.
+    b.reserve(total + 2);
+    b += m_preMime.str();
+    for (std::size_t i = 0; i < m_parts.size(); ++i) {
+        b += "\r\n--";
+        b += m_boundary.str();
+        b += "\r\n";
+        b += headers[i].str();
+        b += "\r\n";
+        b += bodies[i].str();
+    }
+    b += "\r\n--";
+    b += m_boundary.str();
+    b += "--\r\n";
+    b += m_postMime.str();
+    return CString(std::move(b));
 }
 
 const CString& CZelMailMessageMimeContainer::Boundary() { return m_boundary; }

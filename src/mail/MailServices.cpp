@@ -2,9 +2,12 @@
 
 #include <Zel260/platform/ResourceModule.h>
 
+#include <array>
 #include <cerrno>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,19 +29,42 @@ CString DateNowUtc()
     return s;
 }
 
-bool ReadWholeFile(const CString& path, std::string& content)
+FileContent::~FileContent()
 {
-    content.clear();
+    if (m_map)
+        ::munmap(m_map, m_mapSize);
+}
+
+unsigned char* FileContent::data()
+{
+    return m_map ? static_cast<unsigned char*>(m_map) : reinterpret_cast<unsigned char*>(m_copy.data());
+}
+
+std::size_t FileContent::size() const { return m_map ? m_mapSize : m_copy.size(); }
+
+bool FileContent::Load(const CString& path)
+{
     int fd = ::open(path.GetString(), O_RDONLY | O_CLOEXEC);
     if (fd < 0)
         return false;
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+    if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
         ::close(fd);
         return false;
     }
-    if (st.st_size > 0)
-        content.reserve(static_cast<std::size_t>(st.st_size));
+    if (S_ISREG(st.st_mode) && st.st_size > 0) {
+        // Private and writable, so that an encoder taking a non-const buffer may
+        // scribble without touching the file.
+        void* p = ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ | PROT_WRITE,
+                         MAP_PRIVATE, fd, 0);
+        if (p != MAP_FAILED) {
+            ::close(fd);
+            m_map = p;
+            m_mapSize = static_cast<std::size_t>(st.st_size);
+            return true;
+        }
+    }
+    // Pipes, devices and the like: read until the end.
     char buf[65536];
     for (;;) {
         ssize_t n = ::read(fd, buf, sizeof buf);
@@ -46,12 +72,12 @@ bool ReadWholeFile(const CString& path, std::string& content)
             continue;
         if (n < 0) {
             ::close(fd);
-            content.clear();
+            m_copy.clear();
             return false;
         }
         if (n == 0)
             break;
-        content.append(buf, static_cast<std::size_t>(n));
+        m_copy.append(buf, static_cast<std::size_t>(n));
     }
     ::close(fd);
     return true;
@@ -75,19 +101,58 @@ void SplitFileName(const CString& path, CString& baseName, CString& extension)
 CString EncodeBase64(const unsigned char* data, std::size_t size, unsigned int lineLength)
 {
     static const char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    // Two output characters per lookup: 12 bits at a time.
+    static const auto pairs = [] {
+        std::array<char, 8192> t{};
+        for (unsigned v = 0; v < 4096; ++v) {
+            t[2 * v] = alphabet[v >> 6];
+            t[2 * v + 1] = alphabet[v & 63];
+        }
+        return t;
+    }();
     if (!data)
         return CString();
+    const std::size_t chars = (size * 8 + 5) / 6;
     std::string out;
-    out.reserve(size * 4 / 3 + 4 + (lineLength ? 2 * (size * 4 / 3 + 4) / lineLength : 0));
+    out.reserve(chars + (lineLength ? 2 * (chars / lineLength) : 0) + 3);
+
+    // Encoded in small blocks that stay in the cache and are appended whole; a
+    // buffer of the final size would first have to be cleared.
+    char block[16384];
+    char* o = block;
+    char* const blockEnd = block + sizeof block - 8;
+    auto flush = [&] {
+        out.append(block, static_cast<std::size_t>(o - block));
+        o = block;
+    };
     unsigned int column = 0;
     auto put = [&](char c) {
-        out += c;
+        *o++ = c;
         if (lineLength && ++column == lineLength) {
-            out += "\r\n";
+            *o++ = '\r';
+            *o++ = '\n';
             column = 0;
         }
+        if (o >= blockEnd)
+            flush();
     };
     std::size_t i = 0;
+    // Whole lines of whole groups go without per-character bookkeeping.
+    if (lineLength && lineLength % 4 == 0 && lineLength + 2 < sizeof block - 8) {
+        const std::size_t lineBytes = lineLength / 4 * 3;
+        for (; i + lineBytes <= size; i += lineBytes) {
+            if (o + lineLength + 2 > blockEnd)
+                flush();
+            for (std::size_t g = i; g < i + lineBytes; g += 3) {
+                unsigned v = (data[g] << 16) | (data[g + 1] << 8) | data[g + 2];
+                std::memcpy(o, &pairs[2 * (v >> 12)], 2);
+                std::memcpy(o + 2, &pairs[2 * (v & 4095)], 2);
+                o += 4;
+            }
+            *o++ = '\r';
+            *o++ = '\n';
+        }
+    }
     for (; i + 3 <= size; i += 3) {
         unsigned v = (data[i] << 16) | (data[i + 1] << 8) | data[i + 2];
         put(alphabet[(v >> 18) & 63]);
@@ -104,6 +169,7 @@ CString EncodeBase64(const unsigned char* data, std::size_t size, unsigned int l
         if (i + 1 < size)
             put(alphabet[(v >> 6) & 63]);
     }
+    flush();
     // Padding counts every character written, line breaks included.
     while (out.size() % 4)
         out += '=';

@@ -12,8 +12,24 @@ namespace zelmail {
 // "Date: " value: the time now in UTC as "%a, %d %b %y %H:%M:%S GMT", English names.
 CString DateNowUtc();
 
-// The whole content of a file; false when it can't be opened or read.
-bool ReadWholeFile(const CString& path, std::string& content);
+// The whole content of a file, in memory while the object lives. Large files are
+// mapped rather than copied: an attachment is read once, by the encoder.
+class FileContent {
+public:
+    FileContent() = default;
+    ~FileContent();
+    FileContent(const FileContent&) = delete;
+    FileContent& operator=(const FileContent&) = delete;
+    // False when the file can't be opened or read (a folder can't be read).
+    bool Load(const CString& path);
+    unsigned char* data();
+    std::size_t size() const;
+
+private:
+    void* m_map = nullptr;
+    std::size_t m_mapSize = 0;
+    std::string m_copy;
+};
 
 // Base name and extension (with its dot) of the last element of a path; either
 // separator counts.

@@ -8,10 +8,10 @@
 CString ZelEncodeBase64(CString& fileName)
 {
     try {
-        std::string content;
-        if (!zelmail::ReadWholeFile(fileName, content))
+        zelmail::FileContent content;
+        if (!content.Load(fileName))
             return CString();
-        return zelmail::EncodeBase64(reinterpret_cast<const unsigned char*>(content.data()), content.size(), 76);
+        return zelmail::EncodeBase64(content.data(), content.size(), 76);
     } catch (const std::bad_alloc&) {
         return CString();
     }
