@@ -2,6 +2,9 @@
 #include <Zel260/platform/Win32Error.h>
 
 #include <atomic>
+#include <mutex>
+#include <string>
+#include <unordered_map>
 
 namespace {
 
@@ -30,7 +33,43 @@ void sendToDescendants(ZelWindowBackend* b, HWND hWnd, UINT message, WPARAM wPar
     }
 }
 
+struct MessageTable {
+    std::mutex m;
+    std::unordered_map<std::string, UINT> numbers;
+    UINT next = 0xC000;
+};
+
+// Reached from the static initialisers of the message variables, so it must come
+// into being on first use and never go away before them.
+MessageTable& messageTable()
+{
+    static MessageTable* t = new MessageTable;
+    return *t;
+}
+
 } // namespace
+
+UINT RegisterWindowMessage(const char* name)
+{
+    if (!name || !*name) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    std::string key(name);
+    for (char& c : key)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    MessageTable& t = messageTable();
+    std::lock_guard lock(t.m);
+    if (auto it = t.numbers.find(key); it != t.numbers.end())
+        return it->second;
+    if (t.next > 0xFFFF) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
+    }
+    t.numbers.emplace(std::move(key), t.next);
+    return t.next++;
+}
 
 ZelWindowBackend* ZelSetWindowBackend(ZelWindowBackend* backend)
 {

@@ -14,6 +14,13 @@
 
 #include <vector>
 
+// A process-wide number for a message name, as Win32's RegisterWindowMessage:
+// numbers run from 0xC000 upward in order of first registration; the same name,
+// compared without regard to ASCII case, always gets the same number. Returns 0
+// (last error ERROR_INVALID_PARAMETER, 87) for a null or empty name, and 0 once all
+// 16384 numbers are taken. Safe from any thread and during static initialisation.
+UINT RegisterWindowMessage(const char* name);
+
 // Standard messages that the library sends, posts or answers (Win32 numbers).
 constexpr UINT WM_NULL = 0x0000;
 constexpr UINT WM_CREATE = 0x0001;
