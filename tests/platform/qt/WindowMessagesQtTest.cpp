@@ -1,3 +1,4 @@
+#include <Zel260/platform/CWnd.h>
 #include <Zel260/platform/WindowMessages.h>
 #include <Zel260/platform/Win32Error.h>
 #include <Zel260/platform/qt/QtWindowBackend.h>
@@ -251,4 +252,35 @@ TEST(QtWindowMessages, TextWidthUsesTheWindowFont)
     big.setPointSize(big.pointSize() * 3);
     w.setFont(big);
     EXPECT_GT(ZelWindowTextWidth(h, "iiiiiiii"), wide);
+}
+
+namespace {
+
+// The shape of a library window class: a widget, a CWnd and a window procedure
+// that serves both.
+class CCounterWnd : public QWidget, public CWnd, public ZelMessageTarget {
+public:
+    CCounterWnd() { Attach(ZelHwndFromWidget(this)); }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == kPing)
+            return ++count;
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+    int count = 0;
+};
+
+} // namespace
+
+TEST(QtWindowMessages, CWndWidgetsReceiveThroughTheirWindowProc)
+{
+    QWidget parent;
+    auto* child = new CCounterWnd;
+    child->setParent(&parent);
+    EXPECT_EQ(child->SendMessage(kPing), 1);
+    EXPECT_EQ(CWnd::FromHandle(ZelHwndFromWidget(child)), child);
+    CWnd::FromHandle(ZelHwndFromWidget(&parent))->SendMessageToDescendants(kPing, 0, 0, TRUE, TRUE);
+    EXPECT_EQ(child->count, 2);
+    EXPECT_EQ(child->SendMessage(WM_USER), 0);
+    CWnd::DeleteTempMap();
 }
