@@ -98,7 +98,9 @@ constexpr UINT INFINITE = 0xFFFFFFFFu;
 // the handler is called directly; from any other thread the caller waits until the
 // window's thread has handled it. Returns the handler's result; 0 (last error 1400)
 // when `hWnd` is not a live window, or when the window goes away before it handled
-// the message.
+// the message. As on Windows, a worker that the window's thread is waiting for
+// (joining it, or blocked on a lock it holds) must use SendMessageTimeout or
+// PostMessage instead, or both wait for ever.
 LRESULT SendMessage(HWND hWnd, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 // Queues a message for the window's thread and returns at once. Safe from any
