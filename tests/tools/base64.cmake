@@ -26,3 +26,6 @@ zelconv_test(NAME base64.no_mode ARGS base64 FAIL)
 zelconv_test(NAME base64.bad_mode ARGS base64 scramble FAIL)
 zelconv_test(NAME base64.bad_line_length ARGS base64 encode --line-length -3 FAIL)
 zelconv_test(NAME base64.line_length_for_decode ARGS base64 decode --line-length 4 FAIL)
+# --profile is taken by every subcommand; encoding reads no setting from it.
+zelconv_test(NAME base64.profile_option ARGS base64 encode --profile ${b64_dir}/none.ini STDIN ${b64_dir}/man.txt
+  EXPECT "^TWFu\n?$")
