@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,9 +70,17 @@ std::string resolveName(const char* fileName)
     return configFolder() + "/" + fileName;
 }
 
+// The bytes of a file, without the zero-fill a std::string would cost on every read.
+struct FileBytes {
+    std::unique_ptr<char[]> data;
+    size_t size = 0;
+    size_t skip = 0; // a UTF-8 byte order mark in front
+    std::string_view view() const { return {data.get() + skip, size - skip}; }
+};
+
 // The whole file, or false when it isn't a readable regular file. O_NONBLOCK keeps
 // a FIFO from blocking the open; the S_ISREG test then refuses it.
-bool readWholeFile(const std::string& path, std::string& out)
+bool readWholeFile(const std::string& path, FileBytes& out)
 {
     int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
@@ -81,12 +90,17 @@ bool readWholeFile(const std::string& path, std::string& out)
         ::close(fd);
         return false;
     }
-    out.resize(static_cast<size_t>(st.st_size));
+    size_t capacity = static_cast<size_t>(st.st_size) + 1; // +1 sees growth at once
+    out.data.reset(new char[capacity]);
     size_t got = 0;
     for (;;) {
-        if (got == out.size())
-            out.resize(out.size() + 4096); // the file grew since fstat
-        ssize_t n = ::read(fd, out.data() + got, out.size() - got);
+        if (got == capacity) { // the file grew since fstat
+            std::unique_ptr<char[]> bigger(new char[capacity * 2]);
+            std::memcpy(bigger.get(), out.data.get(), got);
+            out.data = std::move(bigger);
+            capacity *= 2;
+        }
+        ssize_t n = ::read(fd, out.data.get() + got, capacity - got);
         if (n < 0) {
             if (errno == EINTR)
                 continue;
@@ -98,9 +112,8 @@ bool readWholeFile(const std::string& path, std::string& out)
         got += static_cast<size_t>(n);
     }
     ::close(fd);
-    out.resize(got);
-    if (out.size() >= 3 && out.compare(0, 3, "\xEF\xBB\xBF") == 0)
-        out.erase(0, 3);
+    out.size = got;
+    out.skip = (got >= 3 && std::memcmp(out.data.get(), "\xEF\xBB\xBF", 3) == 0) ? 3 : 0;
     return true;
 }
 
@@ -156,36 +169,149 @@ std::string_view unquote(std::string_view v)
     return v;
 }
 
-// Fast path of the common read: the value of one key. Only lines that could be a
-// header are classified fully until the section is found.
-bool findValue(std::string_view text, std::string_view section, std::string_view key, std::string_view& value)
-{
-    bool inSection = false;
-    bool found = false;
-    forEachLine(text, [&](std::string_view line) {
+// The common read: the value of one key. It is fed the file as it arrives and
+// stops as soon as the key or the end of its section is seen, so a key near the top
+// of a long file costs only the first block. Only lines that could be a header are
+// classified fully until the section is found.
+class KeyScanner {
+public:
+    KeyScanner(std::string_view section, std::string_view key) : m_section(section), m_key(key) {}
+
+    // `text` is everything read so far (it only grows); true when the search is over.
+    bool Feed(std::string_view text, bool atEnd)
+    {
+        while (m_pos < text.size()) {
+            if (!m_inSection && !SkipToHeader(text, atEnd))
+                return atEnd;
+            const char* nl = static_cast<const char*>(std::memchr(text.data() + m_pos, '\n', text.size() - m_pos));
+            if (!nl && !atEnd)
+                return false; // the line isn't complete yet
+            size_t end = nl ? static_cast<size_t>(nl - text.data()) : text.size();
+            std::string_view line = text.substr(m_pos, end - m_pos);
+            m_pos = end + 1;
+            if (Line(line))
+                return true;
+        }
+        return atEnd;
+    }
+    bool Found() const { return m_found; }
+    std::string_view Value() const { return m_value; }
+
+private:
+    // Outside the wanted section only headers matter: jump from "[" to "[" instead of
+    // from line to line. Leaves m_pos at the start of a line that starts with
+    // blanks and "["; false when no such line is in `text` yet (m_pos then stands at
+    // the last line start seen).
+    bool SkipToHeader(std::string_view text, bool atEnd)
+    {
+        while (m_pos < text.size()) {
+            const char* base = text.data();
+            const char* open = static_cast<const char*>(std::memchr(base + m_pos, '[', text.size() - m_pos));
+            if (!open) {
+                if (!atEnd)
+                    if (const char* nl = static_cast<const char*>(memrchr(base + m_pos, '\n', text.size() - m_pos)))
+                        m_pos = static_cast<size_t>(nl - base) + 1;
+                return false;
+            }
+            size_t q = static_cast<size_t>(open - base);
+            const char* nl = static_cast<const char*>(memrchr(base + m_pos, '\n', q - m_pos));
+            size_t lineStart = nl ? static_cast<size_t>(nl - base) + 1 : m_pos;
+            size_t i = lineStart;
+            while (i < q && isBlank(base[i]))
+                ++i;
+            if (i == q) {
+                m_pos = lineStart;
+                return true;
+            }
+            // A "[" inside a line: go on behind that line.
+            const char* next = static_cast<const char*>(std::memchr(open, '\n', text.size() - q));
+            if (!next) {
+                m_pos = lineStart;
+                return false;
+            }
+            m_pos = static_cast<size_t>(next - base) + 1;
+        }
+        return false;
+    }
+
+    bool Line(std::string_view line)
+    {
         size_t i = 0;
         while (i < line.size() && isBlank(line[i]))
             ++i;
         if (i < line.size() && line[i] == '[') {
             Parsed p = classify(line);
             if (p.kind == Kind::Section) {
-                if (inSection)
-                    return false;
-                inSection = sameName(p.name, section);
+                if (m_inSection)
+                    return true;
+                m_inSection = sameName(p.name, m_section);
             }
-            return true;
-        }
-        if (!inSection)
-            return true;
-        Parsed p = classify(line);
-        if (p.kind == Kind::Key && sameName(p.name, key)) {
-            value = unquote(p.value);
-            found = true;
             return false;
         }
-        return true;
-    });
-    return found;
+        if (!m_inSection)
+            return false;
+        Parsed p = classify(line);
+        if (p.kind == Kind::Key && sameName(p.name, m_key)) {
+            m_value = unquote(p.value);
+            m_found = true;
+            return true;
+        }
+        return false;
+    }
+
+    std::string_view m_section;
+    std::string_view m_key;
+    size_t m_pos = 0;
+    bool m_inSection = false;
+    bool m_found = false;
+    std::string_view m_value;
+};
+
+// Reads `path` block by block into `file` until the scanner is done. The value
+// points into file's bytes. False when the key isn't there or the file can't be read.
+bool readValue(const char* fileName, std::string_view section, std::string_view key, FileBytes& file,
+               std::string_view& value)
+{
+    int fd = ::open(resolveName(fileName).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    struct stat st;
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        ::close(fd);
+        return false;
+    }
+    constexpr size_t kBlock = 16384;
+    size_t capacity = static_cast<size_t>(st.st_size) + 1;
+    file.data.reset(new char[capacity]);
+    KeyScanner scanner(section, key);
+    size_t got = 0;
+    bool bomChecked = false;
+    for (;;) {
+        if (got == capacity) { // the file grew since fstat; no view into the old block is kept
+            std::unique_ptr<char[]> bigger(new char[capacity * 2]);
+            std::memcpy(bigger.get(), file.data.get(), got);
+            file.data = std::move(bigger);
+            capacity *= 2;
+        }
+        ssize_t n = ::read(fd, file.data.get() + got, std::min(kBlock, capacity - got));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0) {
+            ::close(fd);
+            return false;
+        }
+        got += static_cast<size_t>(n);
+        file.size = got;
+        if (!bomChecked && (got >= 3 || n == 0)) {
+            file.skip = (got >= 3 && std::memcmp(file.data.get(), "\xEF\xBB\xBF", 3) == 0) ? 3 : 0;
+            bomChecked = true;
+        }
+        if (bomChecked && scanner.Feed(file.view(), n == 0))
+            break;
+    }
+    ::close(fd);
+    value = scanner.Value();
+    return scanner.Found();
 }
 
 // Copies a double-zero-ended list with Win32's truncation rule.
@@ -334,12 +460,11 @@ DWORD GetPrivateProfileString(const char* section, const char* key, const char* 
 {
     if (!buffer || size == 0)
         return 0;
-    std::string text;
-    bool readable = fileName && readWholeFile(resolveName(fileName), text);
-
+    FileBytes file;
     if (!section || !key) {
         std::vector<std::string_view> names;
-        if (readable) {
+        if (fileName && readWholeFile(resolveName(fileName), file)) {
+            std::string_view text = file.view();
             bool inSection = false;
             forEachLine(text, [&](std::string_view line) {
                 if (!line.empty() && line.back() == '\r')
@@ -364,7 +489,7 @@ DWORD GetPrivateProfileString(const char* section, const char* key, const char* 
     }
 
     std::string_view value;
-    if (readable && findValue(text, trim(section), trim(key), value))
+    if (fileName && readValue(fileName, trim(section), trim(key), file, value))
         return copyText(value, buffer, size);
     std::string_view def = defaultValue ? defaultValue : "";
     while (!def.empty() && (def.back() == ' ' || def.back() == '\t'))
@@ -377,10 +502,9 @@ UINT GetPrivateProfileInt(const char* section, const char* key, int defaultValue
     const UINT fallback = static_cast<UINT>(defaultValue);
     if (!section || !key || !fileName)
         return fallback;
-    std::string text;
+    FileBytes file;
     std::string_view value;
-    if (!readWholeFile(resolveName(fileName), text) || !findValue(text, trim(section), trim(key), value) ||
-        value.empty())
+    if (!readValue(fileName, trim(section), trim(key), file, value) || value.empty())
         return fallback;
     size_t i = 0;
     while (i < value.size() && (isBlank(value[i]) || value[i] == '\n'))
@@ -421,14 +545,15 @@ BOOL WritePrivateProfileString(const char* section, const char* key, const char*
     if (exists && ::access(target.c_str(), W_OK) != 0)
         return failWith(ERROR_ACCESS_DENIED);
 
-    std::string text;
-    if (exists && !readWholeFile(target, text))
+    FileBytes file;
+    if (exists && !readWholeFile(target, file))
         return failWith(ERROR_ACCESS_DENIED);
+    std::string_view text = file.view();
 
     const bool deleting = !key || !value;
     std::vector<FileLine> lines = splitLines(text);
     const char* eol = "\n";
-    if (size_t nl = text.find('\n'); nl != std::string::npos && nl > 0 && text[nl - 1] == '\r')
+    if (size_t nl = text.find('\n'); nl != std::string_view::npos && nl > 0 && text[nl - 1] == '\r')
         eol = "\r\n";
 
     // Where each line of the result comes from: an original line, or a new text.

@@ -247,3 +247,25 @@ TEST(PrivateProfile, BareNamesLiveInTheConfigFolder)
 }
 
 } // namespace
+
+namespace {
+
+// Files are read block by block; headers, keys and brackets inside values may fall
+// on any byte of a block's edge.
+TEST(PrivateProfile, LongFilesReadAcrossBlockEdges)
+{
+    zeltest::TempDir dir;
+    for (size_t shift = 0; shift < 24; ++shift) {
+        std::string content = "[A]\n";
+        while (content.size() < 16384 - 12 + shift)
+            content += "k=[x] y\n"; // "[" in values is no header
+        content.resize(16384 - 12 + shift, 'z');
+        content += "\n  [Target]\r\nkey = found\r\n[B]\nkey=other\n";
+        auto file = dir.write("long.ini", content);
+        EXPECT_EQ(readString(file, "target", "KEY"), "found") << shift;
+        EXPECT_EQ(readString(file, "B", "key"), "other") << shift;
+        EXPECT_EQ(readString(file, "A", "key"), "<def>") << shift;
+    }
+}
+
+} // namespace
