@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
         ReadRow{"commentIsNoKey", "[S]\n;k=1\n", "S", ";k", "<def>"},
         ReadRow{"byteOrderMark", "\xEF\xBB\xBF[S]\nk=v\n", "S", "k", "v"},
         ReadRow{"headerWithoutBracketIgnored", "[S]\n[T\nk=v\n", "S", "k", "v"},
-        ReadRow{"binaryGarbage", std::string("\0\xff[\x01]=\n\n\0=[", 13), "S", "k", "<def>"},
+        ReadRow{"binaryGarbage", std::string("\0\xff[\x01]=\n\n\0=[", 11), "S", "k", "<def>"},
         ReadRow{"emptyFile", "", "S", "k", "<def>"}),
     [](const auto& info) { return std::string(info.param.name); });
 
