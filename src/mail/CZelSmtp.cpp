@@ -42,6 +42,8 @@ unsigned int socketErrorText(int wsaError)
 
 } // namespace
 
+IMPLEMENT_DYNCREATE(CZelSmtp, CObject)
+
 CZelSmtp::CZelSmtp(CString server, unsigned int port)
     : m_server(std::move(server)), m_port(port), m_lastError("OK")
 {

@@ -1,8 +1,7 @@
 #include "mail/MailServices.h"
 
-#include <Zel260/platform/ResourceModule.h>
+#include <Zel260/frame/ZelModule.h>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -98,88 +97,7 @@ void SplitFileName(const CString& path, CString& baseName, CString& extension)
     }
 }
 
-CString EncodeBase64(const unsigned char* data, std::size_t size, unsigned int lineLength)
-{
-    static const char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    // Two output characters per lookup: 12 bits at a time.
-    static const auto pairs = [] {
-        std::array<char, 8192> t{};
-        for (unsigned v = 0; v < 4096; ++v) {
-            t[2 * v] = alphabet[v >> 6];
-            t[2 * v + 1] = alphabet[v & 63];
-        }
-        return t;
-    }();
-    if (!data)
-        return CString();
-    const std::size_t chars = (size * 8 + 5) / 6;
-    std::string out;
-    out.reserve(chars + (lineLength ? 2 * (chars / lineLength) : 0) + 3);
-
-    // Encoded in small blocks that stay in the cache and are appended whole; a
-    // buffer of the final size would first have to be cleared.
-    char block[16384];
-    char* o = block;
-    char* const blockEnd = block + sizeof block - 8;
-    auto flush = [&] {
-        out.append(block, static_cast<std::size_t>(o - block));
-        o = block;
-    };
-    unsigned int column = 0;
-    auto put = [&](char c) {
-        *o++ = c;
-        if (lineLength && ++column == lineLength) {
-            *o++ = '\r';
-            *o++ = '\n';
-            column = 0;
-        }
-        if (o >= blockEnd)
-            flush();
-    };
-    std::size_t i = 0;
-    // Whole lines of whole groups go without per-character bookkeeping.
-    if (lineLength && lineLength % 4 == 0 && lineLength + 2 < sizeof block - 8) {
-        const std::size_t lineBytes = lineLength / 4 * 3;
-        for (; i + lineBytes <= size; i += lineBytes) {
-            if (o + lineLength + 2 > blockEnd)
-                flush();
-            for (std::size_t g = i; g < i + lineBytes; g += 3) {
-                unsigned v = (data[g] << 16) | (data[g + 1] << 8) | data[g + 2];
-                std::memcpy(o, &pairs[2 * (v >> 12)], 2);
-                std::memcpy(o + 2, &pairs[2 * (v & 4095)], 2);
-                o += 4;
-            }
-            *o++ = '\r';
-            *o++ = '\n';
-        }
-    }
-    for (; i + 3 <= size; i += 3) {
-        unsigned v = (data[i] << 16) | (data[i + 1] << 8) | data[i + 2];
-        put(alphabet[(v >> 18) & 63]);
-        put(alphabet[(v >> 12) & 63]);
-        put(alphabet[(v >> 6) & 63]);
-        put(alphabet[v & 63]);
-    }
-    if (i < size) {
-        unsigned v = data[i] << 16;
-        if (i + 1 < size)
-            v |= data[i + 1] << 8;
-        put(alphabet[(v >> 18) & 63]);
-        put(alphabet[(v >> 12) & 63]);
-        if (i + 1 < size)
-            put(alphabet[(v >> 6) & 63]);
-    }
-    flush();
-    // Padding counts every character written, line breaks included.
-    while (out.size() % 4)
-        out += '=';
-    return CString(std::move(out));
-}
-
-CString LoadLibraryString(unsigned int id)
-{
-    return CString(ZelFindResourceString(ZelLibraryInstance(), id));
-}
+CString LoadLibraryString(unsigned int id) { return ZelLoadLibraryString(id); }
 
 WaitCursor::WaitCursor() = default;
 WaitCursor::~WaitCursor() = default;

@@ -35,9 +35,6 @@ private:
 // separator counts.
 void SplitFileName(const CString& path, CString& baseName, CString& extension);
 
-// Base64 of `size` bytes with a line break after every `lineLength` characters.
-CString EncodeBase64(const unsigned char* data, std::size_t size, unsigned int lineLength);
-
 // The text `id` of the library's string table; empty when it has none.
 CString LoadLibraryString(unsigned int id);
 

@@ -1,4 +1,5 @@
 #include <Zel260/mail/ZelEncodeFile.h>
+#include <Zel260/mail/ZelEncode.h>
 
 #include "mail/MailServices.h"
 
@@ -11,7 +12,7 @@ CString ZelEncodeBase64(CString& fileName)
         zelmail::FileContent content;
         if (!content.Load(fileName))
             return CString();
-        return zelmail::EncodeBase64(content.data(), content.size(), 76);
+        return ZelEncodeBase64(content.data(), static_cast<unsigned long>(content.size()), 76);
     } catch (const std::bad_alloc&) {
         return CString();
     }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -177,6 +178,12 @@ TEST_F(SmtpDialogue, SessionStateGuardsConnectServerAndPort)
     const std::string mail = "MAIL From: <s@here>\r\nRCPT TO: <r@there>\r\nDATA\r\nSubject: fixed\r\n\r\n";
     EXPECT_EQ(server.received(),
               helo() + mail + "one\r\n\r\n.\r\n" + mail + "two\r\n\r\n.\r\n" + "QUIT\r\n");
+
+    // Made by class name, as a host's factory would.
+    std::unique_ptr<CObject> made(CRuntimeClass::CreateObject("CZelSmtp"));
+    auto* byName = dynamic_cast<CZelSmtp*>(made.get());
+    ASSERT_NE(byName, nullptr);
+    EXPECT_EQ(byName->GetLastError(), "OK");
 
     CZelSmtp idle;
     EXPECT_EQ(idle.Port(), 25u);

@@ -12,17 +12,20 @@
 #pragma once
 
 #include <Zel260/mail/CZelMailMessage.h>
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/platform/Socket.h>
 
-class CZelSmtp {
+class CZelSmtp : public CObject {
+    DECLARE_DYNCREATE(CZelSmtp)
+
 public:
     // The socket of one session.
     class CSmtpSocket : public CSocket {};
 
     explicit CZelSmtp(CString server = CString(), unsigned int port = 25);
     // Disconnects (sends QUIT) when still connected.
-    virtual ~CZelSmtp();
+    ~CZelSmtp() override;
     CZelSmtp(const CZelSmtp&) = delete;
     CZelSmtp& operator=(const CZelSmtp&) = delete;
 
