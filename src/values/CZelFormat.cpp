@@ -1,0 +1,485 @@
+#include <Zel260/values/CZelFormat.h>
+
+#include <Zel260/pim32/Pim32Angle.h>
+#include <Zel260/resources/ZelValuesResourceIds.h>
+
+#include "ZelValuesResources.h"
+#include "ZelValuesTrim.h"
+
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace {
+
+// A replacement that can recreate what it searches for must not run forever.
+constexpr int kMaxReplacements = 100000;
+constexpr int kMaxText = 1 << 22;
+
+void appendf(std::string& out, const char* format, ...) __attribute__((format(printf, 2, 3)));
+void appendf(std::string& out, const char* format, ...)
+{
+    char buffer[128];
+    va_list args;
+    va_start(args, format);
+    va_list again;
+    va_copy(again, args);
+    const int n = std::vsnprintf(buffer, sizeof buffer, format, args);
+    va_end(args);
+    // A width or precision in the millions only comes from a mistake; it gets no text.
+    if (n < 0 || n > kMaxText) {
+        va_end(again);
+        return;
+    }
+    if (static_cast<size_t>(n) < sizeof buffer) {
+        out.append(buffer, static_cast<size_t>(n));
+    } else {
+        const size_t old = out.size();
+        out.resize(old + static_cast<size_t>(n) + 1);
+        std::vsnprintf(out.data() + old, static_cast<size_t>(n) + 1, format, again);
+        out.resize(old + static_cast<size_t>(n));
+    }
+    va_end(again);
+}
+
+// Replaces `search` by `replacement`, each search starting again at the beginning.
+// Returns the number of replacements.
+int replaceFromStart(std::string& text, const std::string& search, const std::string& replacement)
+{
+    if (search.empty())
+        return 0;
+    // When the replacement holds the search text, searching from the start again
+    // would never end: go on behind the replacement instead.
+    const bool selfFeeding = replacement.find(search) != std::string::npos;
+    int count = 0;
+    size_t from = 0;
+    for (size_t pos = text.find(search); pos != std::string::npos && count < kMaxReplacements;
+         pos = text.find(search, from)) {
+        text.replace(pos, search.size(), replacement);
+        from = selfFeeding ? pos + replacement.size() : 0;
+        ++count;
+    }
+    return count;
+}
+
+int replaceAll(std::string& text, const char* search, const std::string& replacement)
+{
+    const size_t n = std::strlen(search);
+    int count = 0;
+    for (size_t pos = text.find(search); pos != std::string::npos;
+         pos = text.find(search, pos + replacement.size())) {
+        text.replace(pos, n, replacement);
+        ++count;
+    }
+    return count;
+}
+
+// printf of a user's template with the value, refusing every conversion that
+// would read an argument of another type or one that isn't there.
+std::string formatTemplateNumber(const std::string& format, bool withPrecision, int precision, double value)
+{
+    struct Arg {
+        bool isInt;
+        int i;
+        double d;
+    };
+    Arg args[2];
+    int argCount = 0;
+    if (withPrecision)
+        args[argCount++] = {true, precision, 0.0};
+    args[argCount++] = {false, 0, value};
+    int next = 0;
+
+    std::string out;
+    size_t i = 0;
+    while (i < format.size()) {
+        const char ch = format[i];
+        if (ch != '%') {
+            out += ch;
+            ++i;
+            continue;
+        }
+        const size_t start = i++;
+        if (i < format.size() && format[i] == '%') {
+            out += '%';
+            ++i;
+            continue;
+        }
+        while (i < format.size() && std::strchr("-+ #0", format[i]))
+            ++i;
+        bool widthStar = false, precisionStar = false;
+        if (i < format.size() && format[i] == '*') {
+            widthStar = true;
+            ++i;
+        } else {
+            while (i < format.size() && format[i] >= '0' && format[i] <= '9')
+                ++i;
+        }
+        if (i < format.size() && format[i] == '.') {
+            ++i;
+            if (i < format.size() && format[i] == '*') {
+                precisionStar = true;
+                ++i;
+            } else {
+                while (i < format.size() && format[i] >= '0' && format[i] <= '9')
+                    ++i;
+            }
+        }
+        bool longDouble = false, badLength = false;
+        while (i < format.size() && std::strchr("hlLqjzt", format[i])) {
+            if (format[i] == 'L')
+                longDouble = true;
+            else if (format[i] != 'l')
+                badLength = true;
+            ++i;
+        }
+        if (i >= format.size()) {
+            out.append(format, start, std::string::npos);
+            break;
+        }
+        const char conversion = format[i++];
+        const std::string spec = format.substr(start, i - start);
+        const bool floating = std::strchr("fFeEgGaA", conversion) != nullptr;
+        const int needInts = (widthStar ? 1 : 0) + (precisionStar ? 1 : 0);
+        bool fits = floating && !badLength && next + needInts + 1 <= argCount;
+        for (int k = 0; fits && k < needInts; ++k)
+            fits = args[next + k].isInt;
+        fits = fits && !args[next + needInts].isInt;
+        if (!fits) {
+            out += spec;
+            continue;
+        }
+        const double v = args[next + needInts].d;
+        if (needInts == 2) {
+            const int w = args[next].i, p = args[next + 1].i;
+            longDouble ? appendf(out, spec.c_str(), w, p, static_cast<long double>(v))
+                       : appendf(out, spec.c_str(), w, p, v);
+        } else if (needInts == 1) {
+            const int a = args[next].i;
+            longDouble ? appendf(out, spec.c_str(), a, static_cast<long double>(v))
+                       : appendf(out, spec.c_str(), a, v);
+        } else {
+            longDouble ? appendf(out, spec.c_str(), static_cast<long double>(v)) : appendf(out, spec.c_str(), v);
+        }
+        next += needInts + 1;
+    }
+    return out;
+}
+
+struct Sexagesimal {
+    int sign = 1, deg = 0, min = 0;
+    double sec = 0.0;
+};
+
+int secondsDecimals(int precision) { return precision < 6 ? 5 : precision - 5; }
+
+Sexagesimal split(double value, long unit, int precision, int limit)
+{
+    Sexagesimal s;
+    if (unit == 15)
+        Pim32GCCC2GCCC(value, s.sign, s.deg, s.min, s.sec, secondsDecimals(precision), limit);
+    else
+        Pim32DMS2DMS(value, s.sign, s.deg, s.min, s.sec, secondsDecimals(precision), limit);
+    return s;
+}
+
+struct Symbols {
+    const char* deg;
+    const char* min;
+    const char* sec;
+};
+
+Symbols symbolsOf(long unit, const CString& degree)
+{
+    if (unit == 15)
+        return {"g", "c", "cc"};
+    return {degree.GetString(), "'", "\""};
+}
+
+const char* signField(int sign) { return sign >= 1 ? " " : "-"; }
+
+const char* abbreviationOf(long unit, int useSecOnly)
+{
+    switch (unit) {
+    case 11: return useSecOnly ? "\"" : "dec";
+    case 12: return useSecOnly ? "\"" : "";
+    case 13: return useSecOnly ? "\"" : "deg";
+    case 14: return useSecOnly ? "cc" : "grad";
+    case 15: return useSecOnly ? "cc" : "";
+    case 16: return useSecOnly ? "cc" : "gon";
+    case 17: return "rev";
+    case 18: return "rad";
+    case 21: return "m";
+    case 22: return "fts";
+    case 23: return "fti";
+    default: return "";
+    }
+}
+
+// Loaded for every call so that a replaced language module takes effect at once.
+CString degreeSymbol() { return zelvalues::LoadString(IDS_ZEL_DEGREE_SYMBOL); }
+
+} // namespace
+
+CZelFormat::CZelFormat() = default;
+
+CZelFormat::CZelFormat(long unit, int useSecOnly, int limitToCircle, const char* format)
+    : m_useSecOnly(useSecOnly), m_limitToCircle(limitToCircle)
+{
+    SetUnitAbbreviation(unit);
+    if (format && *format)
+        Format(format);
+}
+
+CZelFormat::~CZelFormat() = default;
+
+void CZelFormat::SetUnitAbbreviation(const char* abbreviation)
+{
+    if (abbreviation && *abbreviation)
+        m_unitAbbreviation = abbreviation;
+}
+
+void CZelFormat::SetUnitAbbreviation(long unit)
+{
+    m_unitAbbreviation = abbreviationOf(unit, m_useSecOnly);
+    if (!m_formatTemplate.IsEmpty())
+        BuildFmtList();
+}
+
+void CZelFormat::GetUnitAbbreviation(CString& abbreviation) const { abbreviation = m_unitAbbreviation; }
+
+CString CZelFormat::Format() { return m_builtFormat; }
+
+void CZelFormat::Format(const char* format)
+{
+    if (!format || !*format)
+        return;
+    m_formatTemplate = format;
+    BuildFmtList();
+}
+
+void CZelFormat::CustomFormat(const char* search, const char* replacement)
+{
+    m_customSearch = search;
+    m_customReplacement = replacement;
+}
+
+void CZelFormat::Precision(int precision) { m_precision = precision; }
+int CZelFormat::Precision() { return m_precision; }
+
+void CZelFormat::BuildFmtList()
+{
+    std::string built = m_formatTemplate.str();
+    replaceFromStart(built, "%U", m_unitAbbreviation.str());
+    m_hasStarPrecision = built.find(".*f") != std::string::npos;
+    m_builtFormat = std::move(built);
+}
+
+int CZelFormat::ConvertToString(double value, long unit, CString& result)
+{
+    const CString degree = degreeSymbol();
+    if (!m_builtFormat.IsEmpty()) {
+        if (m_enabled)
+            ConvertTemplate(value, unit, result, degree);
+        return 0;
+    }
+    if (m_useSecOnly) {
+        switch (unit) {
+        case 11:
+            value *= 3600.0;
+            break;
+        case 12:
+        case 13: {
+            Sexagesimal s;
+            Pim32DMS2DMS(value, s.sign, s.deg, s.min, s.sec, secondsDecimals(m_precision), m_limitToCircle);
+            value = (s.deg * 3600.0 + s.min * 60.0 + s.sec) * s.sign;
+            break;
+        }
+        case 14:
+        case 15:
+        case 16:
+            value *= 10000.0;
+            break;
+        default:
+            m_useSecOnly = 0;
+            break;
+        }
+    }
+    if ((unit == 12 || unit == 15) && !m_useSecOnly)
+        ConvertSexagesimal(value, unit, result, degree);
+    else
+        ConvertDecimal(value, result);
+    return 0;
+}
+
+void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const CString& degree) const
+{
+    std::string text = m_builtFormat.str();
+    replaceFromStart(text, m_customSearch.str(), m_customReplacement.str());
+
+    size_t lastMark = std::string::npos;
+    for (size_t pos = text.find("%?"); pos != std::string::npos; pos = text.find("%?", pos)) {
+        text.erase(pos, 2);
+        lastMark = pos;
+    }
+    const bool sexagesimal = unit == 12 || unit == 15;
+    if (lastMark != std::string::npos && lastMark > 2) {
+        auto eraseMarker = [&text](const char* marker, size_t from) {
+            const size_t pos = text.find(marker, from);
+            if (pos != std::string::npos)
+                text.erase(pos, 2);
+            return pos;
+        };
+        auto eraseGroup = [&text]() {
+            const size_t open = text.find("%[");
+            if (open == std::string::npos)
+                return;
+            const size_t close = text.find("%]", open + 2);
+            if (close != std::string::npos)
+                text.erase(open, close + 2 - open);
+        };
+        if (sexagesimal) {
+            eraseGroup();
+            const size_t open = eraseMarker("%[", 0);
+            eraseMarker("%]", open == std::string::npos ? 0 : open);
+        } else {
+            const size_t open = eraseMarker("%[", 0);
+            eraseMarker("%]", open == std::string::npos ? 0 : open);
+            eraseGroup();
+        }
+    }
+
+    if (!sexagesimal) {
+        result = formatTemplateNumber(text, m_hasStarPrecision && m_precision >= 1, m_precision, value);
+        return;
+    }
+
+    const Sexagesimal s = split(value, unit, m_precision, m_limitToCircle);
+    const Symbols sym = symbolsOf(unit, degree);
+    const char* sg = signField(s.sign);
+    const bool trimDeg = m_trimLeadingZeros && s.deg == 0;
+    const bool wide = m_precision >= 6;
+    const int width = m_precision - 2, decimals = m_precision - 5;
+
+    auto seconds = [&](bool withSymbol) {
+        std::string f;
+        const bool signed_ = trimDeg && s.min == 0;
+        if (signed_)
+            f += sg;
+        wide ? appendf(f, "%*.*f", width, decimals, s.sec) : appendf(f, "%8.5f", s.sec);
+        if (withSymbol)
+            f += sym.sec;
+        return f;
+    };
+    auto minutes = [&](bool withSymbol) {
+        std::string f;
+        if (trimDeg) {
+            if (s.min == 0)
+                return f;
+            f += sg;
+        }
+        appendf(f, "%2d", s.min);
+        if (withSymbol)
+            f += sym.min;
+        return f;
+    };
+    auto degrees = [&](bool withSymbol) {
+        std::string f;
+        if (trimDeg)
+            return f;
+        appendf(f, "%s%3d", sg, s.deg);
+        if (withSymbol)
+            f += sym.deg;
+        return f;
+    };
+
+    int replaced = 0;
+    if (text.find("%DegOrG") != std::string::npos)
+        replaced += replaceAll(text, "%DegOrG", degrees(false));
+    if (text.find("%degOrG") != std::string::npos)
+        replaced += replaceAll(text, "%degOrG", degrees(true));
+    if (text.find("%MinOrC") != std::string::npos)
+        replaced += replaceAll(text, "%MinOrC", minutes(false));
+    if (text.find("%minOrC") != std::string::npos)
+        replaced += replaceAll(text, "%minOrC", minutes(true));
+    if (text.find("%SecOrCC") != std::string::npos)
+        replaced += replaceAll(text, "%SecOrCC", seconds(false));
+    if (text.find("%secOrCC") != std::string::npos)
+        replaced += replaceAll(text, "%secOrCC", seconds(true));
+    if (replaced)
+        result = std::move(text);
+}
+
+void CZelFormat::ConvertSexagesimal(double value, long unit, CString& result, const CString& degree) const
+{
+    const Sexagesimal s = split(value, unit, m_precision, m_limitToCircle);
+    const Symbols sym = symbolsOf(unit, degree);
+    const char* sg = signField(s.sign);
+    const bool trimDeg = m_trimLeadingZeros && s.deg == 0;
+    const bool wide = m_precision >= 6;
+    const int width = m_precision - 2, decimals = m_precision - 5;
+
+    std::string text;
+    if (trimDeg && s.min == 0) {
+        wide ? appendf(text, "%s%*.*f", sg, width, decimals, s.sec) : appendf(text, "%s%8.5f", sg, s.sec);
+    } else if (trimDeg) {
+        if (m_useDmsSymbols)
+            wide ? appendf(text, "%s%2d%s %0*.*f", sg, s.min, sym.min, width, decimals, s.sec)
+                 : appendf(text, "%s%2d%s %08.5f", sg, s.min, sym.min, s.sec);
+        else
+            wide ? appendf(text, "%s%2d %0*.*f", sg, s.min, width, decimals, s.sec)
+                 : appendf(text, "%s%2d %08.5f", sg, s.min, s.sec);
+    } else {
+        if (m_useDmsSymbols)
+            wide ? appendf(text, "%s%3d%s %02d%s %0*.*f", sg, s.deg, sym.deg, s.min, sym.min, width, decimals, s.sec)
+                 : appendf(text, "%s%3d%s %02d%s %08.5f", sg, s.deg, sym.deg, s.min, sym.min, s.sec);
+        else
+            wide ? appendf(text, "%s%3d %02d %0*.*f", sg, s.deg, s.min, width, decimals, s.sec)
+                 : appendf(text, "%s%3d %02d %08.5f", sg, s.deg, s.min, s.sec);
+    }
+    result = std::move(text);
+    Tail(result);
+    if (m_useDmsSymbols)
+        result += sym.sec;
+}
+
+void CZelFormat::ConvertDecimal(double value, CString& result) const
+{
+    std::string text;
+    appendf(text, "% .*f", m_precision < 1 ? 6 : m_precision, value);
+    result = std::move(text);
+    Tail(result);
+}
+
+void CZelFormat::Tail(CString& result) const
+{
+    const int dot = result.Find('.');
+    if (dot < 0) {
+        result += ".0";
+        return;
+    }
+    if (!m_trimTrailingZeros)
+        return;
+    int length = result.GetLength();
+    while (length - 1 > dot + 1 && result[length - 1] == '0')
+        --length;
+    if (length != result.GetLength())
+        result = result.Left(length);
+}
+
+CString ZelAdvancedFormatDouble(const double& value)
+{
+    const double a = std::fabs(value);
+    std::string text;
+    if (!(a > 1e-11) || a >= 1e13) {
+        appendf(text, "%g", value);
+    } else {
+        const int decimals = a > 1.0 ? 5 : 5 - static_cast<int>(std::floor(std::log10(a)));
+        appendf(text, "%.*f", decimals, value);
+    }
+    CString result(std::move(text));
+    zelvalues::TrimTrailingZeros(result);
+    return result;
+}

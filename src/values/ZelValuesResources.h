@@ -1,0 +1,12 @@
+// The values folder's one way into the string table, so that the switch to the
+// frame's resource handle pair later is one line.
+#pragma once
+
+#include <Zel260/platform/CString.h>
+
+namespace zelvalues {
+
+// The text of `id` from the library's string table, empty when it has none.
+CString LoadString(UINT id);
+
+} // namespace zelvalues
