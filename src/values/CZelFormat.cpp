@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <charconv>
 #include <cstring>
 #include <string>
 
@@ -140,7 +141,14 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
             break;
         }
         const char conversion = format[i++];
-        const std::string spec = format.substr(start, i - start);
+        // Conversion specs are short; a longer one has a width nobody needs.
+        char spec[32];
+        if (i - start >= sizeof spec) {
+            out.append(format, start, i - start);
+            continue;
+        }
+        format.copy(spec, i - start, start);
+        spec[i - start] = '\0';
         const bool floating = std::strchr("fFeEgGaA", conversion) != nullptr;
         const int needInts = (widthStar ? 1 : 0) + (precisionStar ? 1 : 0);
         bool fits = floating && !badLength && next + needInts + 1 <= argCount;
@@ -154,14 +162,14 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
         const double v = args[next + needInts].d;
         if (needInts == 2) {
             const int w = args[next].i, p = args[next + 1].i;
-            longDouble ? appendf(out, spec.c_str(), w, p, static_cast<long double>(v))
-                       : appendf(out, spec.c_str(), w, p, v);
+            longDouble ? appendf(out, spec, w, p, static_cast<long double>(v))
+                       : appendf(out, spec, w, p, v);
         } else if (needInts == 1) {
             const int a = args[next].i;
-            longDouble ? appendf(out, spec.c_str(), a, static_cast<long double>(v))
-                       : appendf(out, spec.c_str(), a, v);
+            longDouble ? appendf(out, spec, a, static_cast<long double>(v))
+                       : appendf(out, spec, a, v);
         } else {
-            longDouble ? appendf(out, spec.c_str(), static_cast<long double>(v)) : appendf(out, spec.c_str(), v);
+            longDouble ? appendf(out, spec, static_cast<long double>(v)) : appendf(out, spec, v);
         }
         next += needInts + 1;
     }
@@ -191,11 +199,11 @@ struct Symbols {
     const char* sec;
 };
 
-Symbols symbolsOf(long unit, const CString& degree)
+Symbols symbolsOf(long unit, const char* degree)
 {
     if (unit == 15)
         return {"g", "c", "cc"};
-    return {degree.GetString(), "'", "\""};
+    return {degree, "'", "\""};
 }
 
 const char* signField(int sign) { return sign >= 1 ? " " : "-"; }
@@ -219,7 +227,29 @@ const char* abbreviationOf(long unit, int useSecOnly)
 }
 
 // Loaded for every call so that a replaced language module takes effect at once.
-CString degreeSymbol() { return zelvalues::LoadString(IDS_ZEL_DEGREE_SYMBOL); }
+const char* degreeSymbol() { return zelvalues::FindString(IDS_ZEL_DEGREE_SYMBOL); }
+
+// printf's "%<width>d" (with '0': "%0<width>d") without the parsing of a format.
+void appendInt(std::string& out, int value, int width, char pad = ' ')
+{
+    char digits[16];
+    const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    const int n = static_cast<int>(end - digits);
+    if (n < width)
+        out.append(static_cast<size_t>(width - n), pad);
+    out.append(digits, end);
+}
+
+// The seconds field: "%8.5f" below precision 6, else "%*.*f" with precision - 2 and
+// precision - 5; `zero` pads with zeros ("%08.5f", "%0*.*f").
+void appendSeconds(std::string& out, double sec, int precision, bool zero)
+{
+    if (precision < 6)
+        zero ? appendf(out, "%08.5f", sec) : appendf(out, "%8.5f", sec);
+    else
+        zero ? appendf(out, "%0*.*f", precision - 2, precision - 5, sec)
+             : appendf(out, "%*.*f", precision - 2, precision - 5, sec);
+}
 
 } // namespace
 
@@ -264,6 +294,7 @@ void CZelFormat::CustomFormat(const char* search, const char* replacement)
 {
     m_customSearch = search;
     m_customReplacement = replacement;
+    m_preparedValid[0] = m_preparedValid[1] = false;
 }
 
 void CZelFormat::Precision(int precision) { m_precision = precision; }
@@ -275,11 +306,12 @@ void CZelFormat::BuildFmtList()
     replaceFromStart(built, "%U", m_unitAbbreviation.str());
     m_hasStarPrecision = built.find(".*f") != std::string::npos;
     m_builtFormat = std::move(built);
+    m_preparedValid[0] = m_preparedValid[1] = false;
 }
 
 int CZelFormat::ConvertToString(double value, long unit, CString& result)
 {
-    const CString degree = degreeSymbol();
+    const char* degree = degreeSymbol();
     if (!m_builtFormat.IsEmpty()) {
         if (m_enabled)
             ConvertTemplate(value, unit, result, degree);
@@ -314,8 +346,13 @@ int CZelFormat::ConvertToString(double value, long unit, CString& result)
     return 0;
 }
 
-void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const CString& degree) const
+// The template after the custom replacement and the bracket steps depends only on
+// fields that change through BuildFmtList and CustomFormat, so it is kept until then.
+const std::string& CZelFormat::PreparedTemplate(bool sexagesimal) const
 {
+    const int slot = sexagesimal ? 1 : 0;
+    if (m_preparedValid[slot])
+        return m_prepared[slot];
     std::string text = m_builtFormat.str();
     replaceFromStart(text, m_customSearch.str(), m_customReplacement.str());
 
@@ -324,7 +361,6 @@ void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const
         text.erase(pos, 2);
         lastMark = pos;
     }
-    const bool sexagesimal = unit == 12 || unit == 15;
     if (lastMark != std::string::npos && lastMark > 2) {
         auto eraseMarker = [&text](const char* marker, size_t from) {
             const size_t pos = text.find(marker, from);
@@ -350,9 +386,17 @@ void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const
             eraseGroup();
         }
     }
+    m_prepared[slot] = std::move(text);
+    m_preparedValid[slot] = true;
+    return m_prepared[slot];
+}
 
+void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const char* degree) const
+{
+    const bool sexagesimal = unit == 12 || unit == 15;
+    const std::string& prepared = PreparedTemplate(sexagesimal);
     if (!sexagesimal) {
-        result = formatTemplateNumber(text, m_hasStarPrecision && m_precision >= 1, m_precision, value);
+        result = formatTemplateNumber(prepared, m_hasStarPrecision && m_precision >= 1, m_precision, value);
         return;
     }
 
@@ -360,15 +404,12 @@ void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const
     const Symbols sym = symbolsOf(unit, degree);
     const char* sg = signField(s.sign);
     const bool trimDeg = m_trimLeadingZeros && s.deg == 0;
-    const bool wide = m_precision >= 6;
-    const int width = m_precision - 2, decimals = m_precision - 5;
 
     auto seconds = [&](bool withSymbol) {
         std::string f;
-        const bool signed_ = trimDeg && s.min == 0;
-        if (signed_)
+        if (trimDeg && s.min == 0)
             f += sg;
-        wide ? appendf(f, "%*.*f", width, decimals, s.sec) : appendf(f, "%8.5f", s.sec);
+        appendSeconds(f, s.sec, m_precision, false);
         if (withSymbol)
             f += sym.sec;
         return f;
@@ -380,7 +421,7 @@ void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const
                 return f;
             f += sg;
         }
-        appendf(f, "%2d", s.min);
+        appendInt(f, s.min, 2);
         if (withSymbol)
             f += sym.min;
         return f;
@@ -389,12 +430,48 @@ void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const
         std::string f;
         if (trimDeg)
             return f;
-        appendf(f, "%s%3d", sg, s.deg);
+        f += sg;
+        appendInt(f, s.deg, 3);
         if (withSymbol)
             f += sym.deg;
         return f;
     };
 
+    // The fields are replaced in a fixed order, each wherever it stands. As long as
+    // no replacement text holds a '%', no replacement can make a new field, and one
+    // pass over the template gives the same text.
+    if (std::strchr(sym.deg, '%') == nullptr) {
+        static const struct {
+            const char* name;
+            size_t length;
+            int field;
+            bool symbol;
+        } names[] = {{"%DegOrG", 7, 0, false}, {"%degOrG", 7, 0, true}, {"%MinOrC", 7, 1, false},
+                     {"%minOrC", 7, 1, true},  {"%SecOrCC", 8, 2, false}, {"%secOrCC", 8, 2, true}};
+        std::string out;
+        out.reserve(prepared.size() + 32);
+        int replaced = 0;
+        for (size_t i = 0; i < prepared.size();) {
+            bool hit = false;
+            if (prepared[i] == '%') {
+                for (const auto& n : names) {
+                    if (prepared.compare(i, n.length, n.name) == 0) {
+                        out += n.field == 0 ? degrees(n.symbol) : n.field == 1 ? minutes(n.symbol) : seconds(n.symbol);
+                        i += n.length;
+                        hit = true;
+                        ++replaced;
+                        break;
+                    }
+                }
+            }
+            if (!hit)
+                out += prepared[i++];
+        }
+        if (replaced)
+            result = std::move(out);
+        return;
+    }
+    std::string text = prepared;
     int replaced = 0;
     if (text.find("%DegOrG") != std::string::npos)
         replaced += replaceAll(text, "%DegOrG", degrees(false));
@@ -412,32 +489,33 @@ void CZelFormat::ConvertTemplate(double value, long unit, CString& result, const
         result = std::move(text);
 }
 
-void CZelFormat::ConvertSexagesimal(double value, long unit, CString& result, const CString& degree) const
+void CZelFormat::ConvertSexagesimal(double value, long unit, CString& result, const char* degree) const
 {
     const Sexagesimal s = split(value, unit, m_precision, m_limitToCircle);
     const Symbols sym = symbolsOf(unit, degree);
-    const char* sg = signField(s.sign);
     const bool trimDeg = m_trimLeadingZeros && s.deg == 0;
-    const bool wide = m_precision >= 6;
-    const int width = m_precision - 2, decimals = m_precision - 5;
 
+    // The formats of this path, "%s%3d%s %02d%s %0*.*f" and its shorter forms, written
+    // piece by piece: integers need no printf, only the seconds do.
     std::string text;
+    text.reserve(32);
+    text += signField(s.sign);
     if (trimDeg && s.min == 0) {
-        wide ? appendf(text, "%s%*.*f", sg, width, decimals, s.sec) : appendf(text, "%s%8.5f", sg, s.sec);
-    } else if (trimDeg) {
-        if (m_useDmsSymbols)
-            wide ? appendf(text, "%s%2d%s %0*.*f", sg, s.min, sym.min, width, decimals, s.sec)
-                 : appendf(text, "%s%2d%s %08.5f", sg, s.min, sym.min, s.sec);
-        else
-            wide ? appendf(text, "%s%2d %0*.*f", sg, s.min, width, decimals, s.sec)
-                 : appendf(text, "%s%2d %08.5f", sg, s.min, s.sec);
+        appendSeconds(text, s.sec, m_precision, false);
     } else {
+        if (trimDeg) {
+            appendInt(text, s.min, 2);
+        } else {
+            appendInt(text, s.deg, 3);
+            if (m_useDmsSymbols)
+                text += sym.deg;
+            text += ' ';
+            appendInt(text, s.min, 2, '0');
+        }
         if (m_useDmsSymbols)
-            wide ? appendf(text, "%s%3d%s %02d%s %0*.*f", sg, s.deg, sym.deg, s.min, sym.min, width, decimals, s.sec)
-                 : appendf(text, "%s%3d%s %02d%s %08.5f", sg, s.deg, sym.deg, s.min, sym.min, s.sec);
-        else
-            wide ? appendf(text, "%s%3d %02d %0*.*f", sg, s.deg, s.min, width, decimals, s.sec)
-                 : appendf(text, "%s%3d %02d %08.5f", sg, s.deg, s.min, s.sec);
+            text += sym.min;
+        text += ' ';
+        appendSeconds(text, s.sec, m_precision, true);
     }
     result = std::move(text);
     Tail(result);

@@ -4,9 +4,12 @@
 
 namespace zelvalues {
 
-CString LoadString(UINT id)
+const char* FindString(UINT id)
 {
-    return CString(ZelFindResourceString(ZelLibraryInstance(), id));
+    const char* text = ZelFindResourceString(ZelLibraryInstance(), id);
+    return text ? text : "";
 }
+
+CString LoadString(UINT id) { return CString(FindString(id)); }
 
 } // namespace zelvalues

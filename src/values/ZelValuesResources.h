@@ -8,5 +8,7 @@ namespace zelvalues {
 
 // The text of `id` from the library's string table, empty when it has none.
 CString LoadString(UINT id);
+// The same without a copy; never null. Valid until the entry is replaced.
+const char* FindString(UINT id);
 
 } // namespace zelvalues

@@ -1,5 +1,8 @@
 #include <Zel260/values/CZelFormat.h>
 
+#include <Zel260/platform/ResourceModule.h>
+#include <Zel260/resources/ZelValuesResourceIds.h>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -143,6 +146,23 @@ TEST(CZelFormat, TemplateFields)
     EXPECT_EQ(text(f, 1.0, 11), "1.000000");
     f.CustomFormat("f", "ff");  // a replacement holding its search ends
     EXPECT_EQ(text(f, 1.0, 11), "1.000000f%Q");
+}
+
+// The degree symbol comes from the string table, which a host may replace; fields
+// are still replaced one after the other, so a symbol that names a field is expanded.
+TEST(CZelFormat, DegreeSymbolFromTheStringTable)
+{
+    CZelFormat f(12, 0, 0, "%degOrG|%SecOrCC");
+    f.Precision(6);
+    const CString saved(ZelFindResourceString(ZelLibraryInstance(), IDS_ZEL_DEGREE_SYMBOL));
+    ZelSetResourceString(ZelLibraryInstance(), IDS_ZEL_DEGREE_SYMBOL, "<%MinOrC>");
+    const std::string replaced = text(f, 1.0203, 12);
+    CZelFormat plainFormat;
+    const std::string plain = text(plainFormat, 1.0203, 12);
+    ZelSetResourceString(ZelLibraryInstance(), IDS_ZEL_DEGREE_SYMBOL, saved);
+    EXPECT_EQ(replaced, "   1< 2>| 3.0");
+    EXPECT_EQ(plain, "   1<%MinOrC> 02' 03.0\"");
+    EXPECT_EQ(text(f, 1.0203, 12), "   1" + kDeg + "| 3.0");
 }
 
 TEST(CZelFormat, CopyKeepsEveryField)

@@ -15,6 +15,8 @@
 
 #include <Zel260/platform/CString.h>
 
+#include <string>
+
 class CZelFormat {
 public:
     // Defaults: no template, DMS symbols on, no trimming, use-seconds-only off,
@@ -78,8 +80,9 @@ public:
 
 private:
     void BuildFmtList();
-    void ConvertTemplate(double value, long unit, CString& result, const CString& degree) const;
-    void ConvertSexagesimal(double value, long unit, CString& result, const CString& degree) const;
+    const std::string& PreparedTemplate(bool sexagesimal) const;
+    void ConvertTemplate(double value, long unit, CString& result, const char* degree) const;
+    void ConvertSexagesimal(double value, long unit, CString& result, const char* degree) const;
     void ConvertDecimal(double value, CString& result) const;
     void Tail(CString& result) const;
 
@@ -96,6 +99,8 @@ private:
     int m_limitToCircle = 0;
     int m_hasStarPrecision = 0;
     int m_precision = 6;
+    mutable std::string m_prepared[2];
+    mutable bool m_preparedValid[2] = {false, false};
 };
 
 // A double with a sensible number of digits and no unit: "%g" for magnitudes up to
