@@ -40,7 +40,7 @@ int decimalsOfPrecision(int precision)
 {
     if (precision < 0)
         return -1;
-    return precision < 6 ? 5 : precision - 5;
+    return precision < 5 ? 0 : precision - 5;
 }
 
 int clampDecimals(int decimals)

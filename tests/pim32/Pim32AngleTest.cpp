@@ -84,7 +84,9 @@ TEST(Pim32Angle, GonCarriesAtHundred)
 TEST(Pim32Angle, JoinsFieldsWithRoundingAndLimit)
 {
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 45, 30, 15.5, -1, 0), 45.30155);
-    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(-1, 45, 30, 15.5, 5, 0), -45.30155);
+    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(-1, 45, 30, 15.5, 6, 0), -45.30155);
+    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(-1, 45, 30, 15.5, 5, 0), -45.3016);  // whole seconds
+    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 45, 30, 15.4, 0, 0), 45.3015);
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 10, 59, 59.99, 6, 0), 11.0);    // one decimal
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 0, 70, 0.0, -1, 0), 1.10);      // fields out of range
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 359, 59, 59.9999, 6, 1), 0.0);  // circle with limit
@@ -166,7 +168,7 @@ TEST(Pim32Angle, WriteAndReadBackIsStable)
     };
     for (const auto& kind : kinds) {
         for (int precision = -1; precision <= 12; ++precision) {
-            const int decimals = precision < 0 ? -1 : precision < 6 ? 5 : precision - 5;
+            const int decimals = precision < 0 ? -1 : precision < 5 ? 0 : precision - 5;
             for (int limit = 0; limit <= 1; ++limit) {
                 for (double rad : angles) {
                     const double packed = kind.toPacked(rad, precision, limit);

@@ -6,11 +6,12 @@
 // (1/100 c); it therefore equals the angle in decimal gon. The sign of a packed number
 // is the sign of the whole angle.
 //
-// Precision. Functions that take `precision` read it as the number formatter does:
+// Precision. Functions that take `precision` count it as the number formatter does,
+// five more than the decimals of the seconds (cc):
 //   precision < 0      no rounding (the value is still cleaned of binary noise below
-//                      about 1e-8 of the last field, see below)
-//   0 <= precision < 6 five decimals of seconds (cc)
-//   precision >= 6     precision - 5 decimals of seconds (cc)
+//                      about 1e-9 of the last field)
+//   0 <= precision < 5 whole seconds (cc)
+//   precision >= 5     precision - 5 decimals of seconds (cc)
 // Functions that take `decimals` get the number of decimals of the seconds directly
 // (negative means no rounding). More than 9 decimals are read as 9.
 //
