@@ -1,8 +1,9 @@
 // zelconv demo: one angle and one distance shown in every unit the library knows.
 #include "ZelconvCommand.h"
 
-#include <Zel260/pim32/Pim32Angle.h>
 #include <Zel260/values/CZelFormat.h>
+#include <Zel260/values/CZelValueAngleLat.h>
+#include <Zel260/values/CZelValueAngleLon.h>
 
 #include <cstdio>
 
@@ -29,18 +30,9 @@ const Unit kDistanceUnits[] = {
 // The number of `unit` that stands for `standard` (radians or metres).
 double fromStandard(double standard, long unit, int precision)
 {
-    switch (unit) {
-    case 11: return standard / (kPi / 180);
-    case 12:
-    case 13: return Pim32Rad2DMS(standard, precision, 0);
-    case 14: return standard / (kPi / 200);
-    case 15:
-    case 16: return Pim32Rad2GCCC(standard, precision, 0);
-    case 17: return standard / (2 * kPi);
-    case 22: return standard / 0.3048006096012192;
-    case 23: return standard / 0.3048;
-    default: return standard;
-    }
+    double out = 0.0;
+    CZelValue::Convert(standard, unit >= 21 ? 21 : 18, out, unit, precision, 0);
+    return out;
 }
 
 CString show(double standard, const Unit& u, int secOnly)
@@ -86,7 +78,19 @@ int run(ZelconvArgs& args)
     std::printf("Zel260 values: the same angle and the same distance in every unit\n\n");
     table("Angle of 2.1547 rad (123 deg 27' 24.4408\")", angle, kAngleUnits, std::size(kAngleUnits), true);
     table("Distance of 1234.5678 m", distance, kDistanceUnits, std::size(kDistanceUnits), false);
-    std::printf("Try: zelconv format 45.3015 --unit 12 --precision 7\n");
+    // Latitudes and longitudes carry their hemisphere as a letter.
+    CZelUnitSettingsAngleLatLon latLon(12, nullptr);
+    latLon.Precision(8);
+    CZelValueAngleLat lat(&latLon);
+    CZelValueAngleLon lon(&latLon);
+    lat.SetString("47 22 36.12 N");
+    lon.SetString("-122 20 56.5");
+    CString latText, lonText;
+    lat.GetString(latText);
+    lon.GetString(lonText);
+    std::printf("Latitude and longitude\n\n  %s\n  %s\n\n", latText.GetString(), lonText.GetString());
+    std::printf("Try: zelconv format 45.3015 --unit 12 --precision 7\n"
+                "     zelconv angle \"12 30 15.5\" --from dms --to gon --precision 3\n");
     return 0;
 }
 
