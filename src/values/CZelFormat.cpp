@@ -1,10 +1,10 @@
 #include <Zel260/values/CZelFormat.h>
 
+#include <Zel260/frame/ZelStrings.h>
 #include <Zel260/pim32/Pim32Angle.h>
 #include <Zel260/resources/ZelValuesResourceIds.h>
 
 #include "ZelValuesResources.h"
-#include "ZelValuesTrim.h"
 
 #include <cmath>
 #include <cstdarg>
@@ -227,7 +227,7 @@ const char* abbreviationOf(long unit, int useSecOnly)
 }
 
 // Loaded for every call so that a replaced language module takes effect at once.
-const char* degreeSymbol() { return zelvalues::FindString(IDS_ZEL_DEGREE_SYMBOL); }
+CString degreeSymbol() { return zelvalues::LoadString(IDS_ZEL_DEGREE_SYMBOL); }
 
 // printf's "%<width>d" (with '0': "%0<width>d") without the parsing of a format.
 void appendInt(std::string& out, int value, int width, char pad = ' ')
@@ -240,15 +240,44 @@ void appendInt(std::string& out, int value, int width, char pad = ' ')
     out.append(digits, end);
 }
 
+// printf's "%<width>.<decimals>f" (with '0': "%0<width>.<decimals>f") of a seconds
+// field. The split functions leave seconds that are an integer count of the last
+// decimal, so up to nine decimals the digits come from that count, exactly as printf
+// would round them; anything else goes to printf.
+void appendFixed(std::string& out, double sec, int width, int decimals, bool zero)
+{
+    static constexpr long long kPow10[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000,
+                                           1000000000};
+    if (!(sec >= 0.0 && sec < 1e6) || decimals < 0 || decimals > 9) {
+        zero ? appendf(out, "%0*.*f", width, decimals, sec) : appendf(out, "%*.*f", width, decimals, sec);
+        return;
+    }
+    const long long count = std::llround(sec * static_cast<double>(kPow10[decimals]));
+    char digits[32];
+    char* p = std::to_chars(digits, digits + 16, count / kPow10[decimals]).ptr;
+    if (decimals > 0) {
+        *p++ = '.';
+        long long fraction = count % kPow10[decimals];
+        for (int i = decimals - 1; i >= 0; --i) {
+            p[i] = static_cast<char>('0' + fraction % 10);
+            fraction /= 10;
+        }
+        p += decimals;
+    }
+    const int n = static_cast<int>(p - digits);
+    if (n < width)
+        out.append(static_cast<size_t>(width - n), zero ? '0' : ' ');
+    out.append(digits, p);
+}
+
 // The seconds field: "%8.5f" below precision 6, else "%*.*f" with precision - 2 and
 // precision - 5; `zero` pads with zeros ("%08.5f", "%0*.*f").
 void appendSeconds(std::string& out, double sec, int precision, bool zero)
 {
     if (precision < 6)
-        zero ? appendf(out, "%08.5f", sec) : appendf(out, "%8.5f", sec);
+        appendFixed(out, sec, 8, 5, zero);
     else
-        zero ? appendf(out, "%0*.*f", precision - 2, precision - 5, sec)
-             : appendf(out, "%*.*f", precision - 2, precision - 5, sec);
+        appendFixed(out, sec, precision - 2, precision - 5, zero);
 }
 
 } // namespace
@@ -311,7 +340,8 @@ void CZelFormat::BuildFmtList()
 
 int CZelFormat::ConvertToString(double value, long unit, CString& result)
 {
-    const char* degree = degreeSymbol();
+    const CString degreeText = degreeSymbol();
+    const char* degree = degreeText.GetString();
     if (!m_builtFormat.IsEmpty()) {
         if (m_enabled)
             ConvertTemplate(value, unit, result, degree);
@@ -558,6 +588,6 @@ CString ZelAdvancedFormatDouble(const double& value)
         appendf(text, "%.*f", decimals, value);
     }
     CString result(std::move(text));
-    zelvalues::TrimTrailingZeros(result);
+    ZelTrimTrailingZeros(result);
     return result;
 }

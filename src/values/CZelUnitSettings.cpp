@@ -1,5 +1,7 @@
 #include <Zel260/values/CZelUnitSettings.h>
 
+IMPLEMENT_DYNCREATE(CZelUnitSettings, CObject)
+
 CZelUnitSettings::CZelUnitSettings() : m_format(std::make_unique<CZelFormat>(2, 0, 0, nullptr)) {}
 
 CZelUnitSettings::CZelUnitSettings(long unit, const char* format)

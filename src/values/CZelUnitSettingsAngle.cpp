@@ -4,7 +4,9 @@
 
 using namespace zelvalues;
 
-CZelUnitSettingsAngle::CZelUnitSettingsAngle() : CZelUnitSettingsAngle(kSectionAngle, 5) {}
+IMPLEMENT_DYNCREATE(CZelUnitSettingsAngle, CZelUnitSettings)
+
+CZelUnitSettingsAngle::CZelUnitSettingsAngle() : CZelUnitSettingsAngle(SectionAngle(), 5) {}
 
 CZelUnitSettingsAngle::CZelUnitSettingsAngle(const char* section, int precision) : m_section(section)
 {
@@ -36,12 +38,12 @@ long ChooseDefaultAngleUnit(const char* section, long unit, const int* excluded)
 {
     if (unit == 2 || unit == 10 || IsExcluded(excluded, unit) || !InList(kAngleUnits, unit))
         return -1;
-    const long stored = ReadStoredUnit(section, kKeyAngleNumber, -1);
+    const long stored = ReadStoredUnit(section, KeyAngleNumber(), -1);
     if (InList(kAngleUnits, stored) && !IsExcluded(excluded, stored))
         return stored;
     CString abbreviation;
     CZelUnitSettings::UnitAbbreviation(unit, abbreviation, 0);
-    WriteStoredUnit(section, kKeyAngleNumber, kKeyAngleText, unit, abbreviation);
+    WriteStoredUnit(section, KeyAngleNumber(), KeyAngleText(), unit, abbreviation);
     return unit;
 }
 
@@ -49,7 +51,7 @@ long ChooseDefaultAngleUnit(const char* section, long unit, const int* excluded)
 
 void CZelUnitSettingsAngle::DefaultSettings(long unit, const int* excluded)
 {
-    const long chosen = ChooseDefaultAngleUnit(kSectionAngle, unit, excluded);
+    const long chosen = ChooseDefaultAngleUnit(SectionAngle(), unit, excluded);
     if (chosen != -1)
         Default().Unit(chosen);
 }

@@ -2,7 +2,9 @@
 
 #include "ZelUnitTables.h"
 
-CZelUnitSettingsAngleLatLon::CZelUnitSettingsAngleLatLon() : CZelUnitSettingsAngle(zelvalues::kSectionAngleLatLon, 9) {}
+IMPLEMENT_DYNCREATE(CZelUnitSettingsAngleLatLon, CZelUnitSettingsAngle)
+
+CZelUnitSettingsAngleLatLon::CZelUnitSettingsAngleLatLon() : CZelUnitSettingsAngle(zelvalues::SectionAngleLatLon(), 9) {}
 
 CZelUnitSettingsAngleLatLon::CZelUnitSettingsAngleLatLon(long unit, const char* format)
     : CZelUnitSettingsAngle(unit, format)
@@ -20,5 +22,5 @@ CZelUnitSettingsAngle& CZelUnitSettingsAngleLatLon::SharedObject() const { retur
 void CZelUnitSettingsAngleLatLon::DefaultSettings(long unit, const int* excluded)
 {
     // The shared object keeps unit 2 here: the first value that asks fixes it.
-    zelvalues::ChooseDefaultAngleUnit(zelvalues::kSectionAngleLatLon, unit, excluded);
+    zelvalues::ChooseDefaultAngleUnit(zelvalues::SectionAngleLatLon(), unit, excluded);
 }

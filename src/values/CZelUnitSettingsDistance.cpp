@@ -4,6 +4,8 @@
 
 using namespace zelvalues;
 
+IMPLEMENT_DYNCREATE(CZelUnitSettingsDistance, CZelUnitSettings)
+
 CZelUnitSettingsDistance::CZelUnitSettingsDistance() = default;
 
 CZelUnitSettingsDistance::CZelUnitSettingsDistance(long unit, const char* format) : CZelUnitSettings(unit, format) {}
@@ -18,13 +20,13 @@ void CZelUnitSettingsDistance::DefaultSettings(long unit)
 {
     if (unit == 2 || unit == 20 || !InList(kDistanceUnits, unit))
         return;
-    const long stored = ReadStoredUnit(kSectionDistance, kKeyDistanceNumber, -1);
+    const long stored = ReadStoredUnit(SectionDistance(), KeyDistanceNumber(), -1);
     if (InList(kDistanceUnits, stored)) {
         Default().Unit(stored);
         return;
     }
     CString abbreviation;
     UnitAbbreviation(unit, abbreviation, 0);
-    WriteStoredUnit(kSectionDistance, kKeyDistanceNumber, kKeyDistanceText, unit, abbreviation);
+    WriteStoredUnit(SectionDistance(), KeyDistanceNumber(), KeyDistanceText(), unit, abbreviation);
     Default().Unit(unit);
 }

@@ -130,7 +130,7 @@ void CZelValueAngle::CheckUnit(long& unit)
     if (unit != 2)
         return;
     using namespace zelvalues;
-    long stored = ReadStoredUnit(IsLatOrLon() ? kSectionAngleLatLon : kSectionAngle, kKeyAngleNumber, -1);
+    long stored = ReadStoredUnit(IsLatOrLon() ? SectionAngleLatLon() : SectionAngle(), KeyAngleNumber(), -1);
     if (!InList(kAngleUnits, stored))
         stored = 12;
     settings->Unit(stored);

@@ -49,7 +49,7 @@ void CZelValueDistance::CheckUnit(long& unit)
     if (unit != 2)
         return;
     using namespace zelvalues;
-    long stored = ReadStoredUnit(kSectionDistance, kKeyDistanceNumber, -1);
+    long stored = ReadStoredUnit(SectionDistance(), KeyDistanceNumber(), -1);
     if (!InList(kDistanceUnits, stored))
         stored = 21;
     settings->Unit(stored);

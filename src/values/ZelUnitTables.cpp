@@ -1,10 +1,8 @@
 #include "ZelUnitTables.h"
 
 #include <Zel260/resources/ZelValuesResourceIds.h>
+#include <Zel260/services/CZelProfileEntries.h>
 
-#include <map>
-#include <string>
-#include <utility>
 
 namespace zelvalues {
 
@@ -39,33 +37,27 @@ bool IsExcluded(const int* excluded, long unit)
     return false;
 }
 
-namespace {
-
-// Until the settings file of the services folder is in the tree, the stored units
-// live for the process only.
-std::map<std::pair<std::string, std::string>, std::string>& store()
-{
-    static std::map<std::pair<std::string, std::string>, std::string> entries;
-    return entries;
-}
-
-} // namespace
+const char* SectionAngle() { return CZelProfileEntries::UnitSettingsAngleSection(); }
+const char* SectionAngleLatLon() { return CZelProfileEntries::UnitSettingsAngleLatLonSection(); }
+const char* SectionDistance() { return CZelProfileEntries::UnitSettingsDistanceSection(); }
+const char* KeyAngleNumber() { return CZelProfileEntries::UnitSettingsAngleEntryFormatNumber(); }
+const char* KeyAngleText() { return CZelProfileEntries::UnitSettingsAngleEntryFormatString(); }
+const char* KeyDistanceNumber() { return CZelProfileEntries::UnitSettingsDistanceEntryFormatNumber(); }
+const char* KeyDistanceText() { return CZelProfileEntries::UnitSettingsDistanceEntryFormatString(); }
 
 long ReadStoredUnit(const char* section, const char* numberKey, long fallback)
 {
-    auto it = store().find({section, numberKey});
-    if (it == store().end())
-        return fallback;
-    return std::stol(it->second);
+    // The platform reads integers as unsigned: a stored -1 comes back as 0xFFFFFFFF,
+    // which is -1 again as a 32-bit int.
+    const unsigned int raw = CZelProfileEntries::ReadZelProfileInt(section, numberKey, static_cast<int>(fallback));
+    return static_cast<int>(raw);
 }
 
 void WriteStoredUnit(const char* section, const char* numberKey, const char* textKey, long unit,
                      const char* abbreviation)
 {
-    store()[{section, numberKey}] = std::to_string(unit);
-    store()[{section, textKey}] = abbreviation ? abbreviation : "";
+    CZelProfileEntries::WriteZelProfileInt(section, numberKey, static_cast<int>(unit));
+    CZelProfileEntries::WriteZelProfileString(section, textKey, abbreviation ? abbreviation : "");
 }
-
-void ForgetStoredUnits() { store().clear(); }
 
 } // namespace zelvalues

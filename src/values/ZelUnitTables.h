@@ -20,15 +20,17 @@ bool InList(const UnitEntry* list, long unit);
 // means nothing is excluded.
 bool IsExcluded(const int* excluded, long unit);
 
-constexpr const char* kSectionAngle = "CZelUnitSettingsAngle";
-constexpr const char* kSectionAngleLatLon = "CZelUnitSettingsAngleLatLon";
-constexpr const char* kSectionDistance = "CZelUnitSettingsDistance";
-constexpr const char* kKeyAngleNumber = "UnitAngle Format (###)";
-constexpr const char* kKeyAngleText = "UnitAngle Format (str)";
-constexpr const char* kKeyDistanceNumber = "UnitDistance Format (###)";
-constexpr const char* kKeyDistanceText = "UnitDistance Format (str)";
+// The keys of the library's profile (CZelProfileEntries).
+const char* SectionAngle();
+const char* SectionAngleLatLon();
+const char* SectionDistance();
+const char* KeyAngleNumber();
+const char* KeyAngleText();
+const char* KeyDistanceNumber();
+const char* KeyDistanceText();
 
-// The stored unit of `section`, or `fallback` when none is stored.
+// The stored unit of `section` in the library's profile, or `fallback` when none
+// is stored.
 long ReadStoredUnit(const char* section, const char* numberKey, long fallback);
 // Stores the unit number and, for a reader of the file, its abbreviation.
 void WriteStoredUnit(const char* section, const char* numberKey, const char* textKey, long unit,
@@ -37,8 +39,5 @@ void WriteStoredUnit(const char* section, const char* numberKey, const char* tex
 // object is to take, or -1 when nothing is to be done. Writes `unit` when the
 // stored one doesn't serve.
 long ChooseDefaultAngleUnit(const char* section, long unit, const int* excluded);
-
-// Forgets every stored unit (tests start from an empty store with it).
-void ForgetStoredUnits();
 
 } // namespace zelvalues

@@ -1,15 +1,9 @@
 #include "ZelValuesResources.h"
 
-#include <Zel260/platform/ResourceModule.h>
+#include <Zel260/frame/ZelModule.h>
 
 namespace zelvalues {
 
-const char* FindString(UINT id)
-{
-    const char* text = ZelFindResourceString(ZelLibraryInstance(), id);
-    return text ? text : "";
-}
-
-CString LoadString(UINT id) { return CString(FindString(id)); }
+CString LoadString(UINT id) { return ZelLoadLibraryString(id); }
 
 } // namespace zelvalues

@@ -1,3 +1,4 @@
+#include <Zel260/pim32/Pim32Angle.h>
 #include <Zel260/values/CZelFormat.h>
 
 #include <Zel260/platform/ResourceModule.h>
@@ -5,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <random>
 #include <string>
 
 namespace {
@@ -163,6 +166,32 @@ TEST(CZelFormat, DegreeSymbolFromTheStringTable)
     EXPECT_EQ(replaced, "   1< 2>| 3.0");
     EXPECT_EQ(plain, "   1<%MinOrC> 02' 03.0\"");
     EXPECT_EQ(text(f, 1.0203, 12), "   1" + kDeg + "| 3.0");
+}
+
+// The seconds are written from their integer count where that is exact; the text
+// must be what printf makes of the split fields, for every precision.
+TEST(CZelFormat, SecondsDigitsMatchPrintf)
+{
+    std::mt19937_64 rng(3);
+    std::uniform_real_distribution<double> any(-400.0, 400.0);
+    for (int i = 0; i < 20000; ++i) {
+        const double packed = any(rng);
+        const int precision = i % 18;
+        CZelFormat f;
+        f.UseDmsSymbols(0);
+        f.Precision(precision);
+        int sign, deg, min;
+        double sec;
+        const int decimals = precision < 6 ? 5 : precision - 5;
+        Pim32GCCC2GCCC(packed, sign, deg, min, sec, decimals, 0);
+        char want[128];
+        if (precision < 6)
+            std::snprintf(want, sizeof want, "%s%3d %02d %08.5f", sign >= 1 ? " " : "-", deg, min, sec);
+        else
+            std::snprintf(want, sizeof want, "%s%3d %02d %0*.*f", sign >= 1 ? " " : "-", deg, min, precision - 2,
+                          precision - 5, sec);
+        ASSERT_EQ(text(f, packed, 15), want) << packed << " p" << precision;
+    }
 }
 
 TEST(CZelFormat, CopyKeepsEveryField)

@@ -3,6 +3,9 @@
 
 #include "values/ZelUnitTables.h"
 
+#include <Zel260/services/ZelProfilePath.h>
+
+#include <TestSupport.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -13,11 +16,14 @@ class UnitSettings : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ForgetStoredUnits();
+        ZelSetProfilePath(m_dir.file("units.ini").c_str());
         CZelUnitSettingsAngle::Default() = CZelUnitSettingsAngle();
         CZelUnitSettingsAngleLatLon::Default() = CZelUnitSettingsAngleLatLon();
         CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
     }
+    void TearDown() override { ZelSetProfilePath(m_dir.file("unused.ini").c_str()); }
+
+    zeltest::TempDir m_dir;
 };
 
 TEST_F(UnitSettings, ConstructionAndForwarding)
@@ -54,16 +60,16 @@ TEST_F(UnitSettings, ConstructionAndForwarding)
 TEST_F(UnitSettings, DefaultSettingsOfAngles)
 {
     CZelUnitSettingsAngle::DefaultSettings(12, nullptr);
-    EXPECT_EQ(ReadStoredUnit(kSectionAngle, kKeyAngleNumber, -1), 12);
+    EXPECT_EQ(ReadStoredUnit(SectionAngle(), KeyAngleNumber(), -1), 12);
     EXPECT_EQ(CZelUnitSettingsAngle::Default().Unit(), 12);
     // The stored unit wins over a later default.
     CZelUnitSettingsAngle::DefaultSettings(14, nullptr);
-    EXPECT_EQ(ReadStoredUnit(kSectionAngle, kKeyAngleNumber, -1), 12);
+    EXPECT_EQ(ReadStoredUnit(SectionAngle(), KeyAngleNumber(), -1), 12);
     EXPECT_EQ(CZelUnitSettingsAngle::Default().Unit(), 12);
     // An application that now excludes it gets its own default written.
     const int excluded[] = {12, 0};
     CZelUnitSettingsAngle::DefaultSettings(14, excluded);
-    EXPECT_EQ(ReadStoredUnit(kSectionAngle, kKeyAngleNumber, -1), 14);
+    EXPECT_EQ(ReadStoredUnit(SectionAngle(), KeyAngleNumber(), -1), 14);
     EXPECT_EQ(CZelUnitSettingsAngle::Default().Unit(), 14);
     // No-ops: 2, 10, excluded, not an angle unit.
     const int noGrad[] = {14, 11, -5};
@@ -76,7 +82,7 @@ TEST_F(UnitSettings, DefaultSettingsOfAngles)
 
     // Lat/lon writes its own section and leaves the shared object alone.
     CZelUnitSettingsAngleLatLon::DefaultSettings(13, nullptr);
-    EXPECT_EQ(ReadStoredUnit(kSectionAngleLatLon, kKeyAngleNumber, -1), 13);
+    EXPECT_EQ(ReadStoredUnit(SectionAngleLatLon(), KeyAngleNumber(), -1), 13);
     EXPECT_EQ(CZelUnitSettingsAngleLatLon::Default().Unit(), 2);
 }
 
@@ -84,11 +90,11 @@ TEST_F(UnitSettings, DefaultSettingsOfDistances)
 {
     for (long unit : {2L, 20L, 11L})
         CZelUnitSettingsDistance::DefaultSettings(unit);
-    EXPECT_EQ(ReadStoredUnit(kSectionDistance, kKeyDistanceNumber, -1), -1);
+    EXPECT_EQ(ReadStoredUnit(SectionDistance(), KeyDistanceNumber(), -1), -1);
     CZelUnitSettingsDistance::DefaultSettings(22);
     EXPECT_EQ(CZelUnitSettingsDistance::Default().Unit(), 22);
     CZelUnitSettingsDistance::DefaultSettings(23);
-    EXPECT_EQ(ReadStoredUnit(kSectionDistance, kKeyDistanceNumber, -1), 22);
+    EXPECT_EQ(ReadStoredUnit(SectionDistance(), KeyDistanceNumber(), -1), 22);
     EXPECT_EQ(CZelUnitSettingsDistance::Default().Unit(), 22);
 }
 

@@ -5,6 +5,9 @@
 
 #include "values/ZelUnitTables.h"
 
+#include <Zel260/services/ZelProfilePath.h>
+
+#include <TestSupport.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -21,11 +24,14 @@ class Values : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        zelvalues::ForgetStoredUnits();
+        ZelSetProfilePath(m_dir.file("units.ini").c_str());
         CZelUnitSettingsAngle::Default() = CZelUnitSettingsAngle();
         CZelUnitSettingsAngleLatLon::Default() = CZelUnitSettingsAngleLatLon();
         CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
     }
+    void TearDown() override { ZelSetProfilePath(m_dir.file("unused.ini").c_str()); }
+
+    zeltest::TempDir m_dir;
 };
 
 TEST_F(Values, ConvertTableAndEqualUnits)
@@ -276,8 +282,8 @@ TEST_F(Values, CheckUnitFallsBackToTheStoredUnit)
     CZelValueAngleLon lon;
     EXPECT_EQ(CZelUnitSettingsAngleLatLon::Default().Unit(), 16);
     CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
-    zelvalues::WriteStoredUnit(zelvalues::kSectionDistance, zelvalues::kKeyDistanceNumber,
-                               zelvalues::kKeyDistanceText, 99, "");
+    zelvalues::WriteStoredUnit(zelvalues::SectionDistance(), zelvalues::KeyDistanceNumber(),
+                               zelvalues::KeyDistanceText(), 99, "");
     CZelValueDistance d2;
     EXPECT_EQ(CZelUnitSettingsDistance::Default().Unit(), 21);
 }

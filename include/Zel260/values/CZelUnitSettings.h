@@ -3,12 +3,15 @@
 // unless it brought its own.
 #pragma once
 
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/values/CZelFormat.h>
 
 #include <memory>
 
-class CZelUnitSettings {
+class CZelUnitSettings : public CObject {
+    DECLARE_DYNCREATE(CZelUnitSettings)
+
 public:
     // Unit 2 (not fixed yet), status 0, format CZelFormat(2, 0, 0, null).
     CZelUnitSettings();
@@ -17,7 +20,7 @@ public:
     // Copies make a copy of the format object.
     CZelUnitSettings(const CZelUnitSettings& other);
     CZelUnitSettings& operator=(const CZelUnitSettings& other);
-    virtual ~CZelUnitSettings();
+    ~CZelUnitSettings() override;
 
     virtual long Unit() const;
     // Stores the unit and gives the format its abbreviation; returns Status().

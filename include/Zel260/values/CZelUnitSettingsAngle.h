@@ -4,7 +4,11 @@
 
 #include <Zel260/values/CZelUnitSettings.h>
 
+class CWnd;
+
 class CZelUnitSettingsAngle : public CZelUnitSettings {
+    DECLARE_DYNCREATE(CZelUnitSettingsAngle)
+
 public:
     // The unit combo box (a widget; defined in <Zel260/values/qt/CUnitAngleComboBox.h>).
     class CUnitAngleComboBox;
@@ -41,9 +45,9 @@ public:
     // The box's unit: its selection's item data when that is an angle unit, else 11.
     long GetCurrentSelection(const CUnitAngleComboBox& box) const;
     // Takes the box's unit into the shared object, stores it, and if it changed sends
-    // WM_ZEL_UNIT_CHANGED_ANGLE (old unit, new unit) to every descendant of `wnd`.
-    // A null `wnd`, or one that isn't a window, gets nothing.
-    void SaveCurrentSelection(const CUnitAngleComboBox& box, HWND wnd);
+    // WM_ZEL_UNIT_CHANGED_ANGLE (old unit, new unit) to every descendant of `wnd`,
+    // deep. A null `wnd`, or one that isn't a window, gets nothing.
+    void SaveCurrentSelection(const CUnitAngleComboBox& box, CWnd* wnd);
 
 protected:
     CZelUnitSettingsAngle(const char* section, int precision);

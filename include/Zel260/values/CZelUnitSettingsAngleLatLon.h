@@ -5,6 +5,8 @@
 #include <Zel260/values/CZelUnitSettingsAngle.h>
 
 class CZelUnitSettingsAngleLatLon : public CZelUnitSettingsAngle {
+    DECLARE_DYNCREATE(CZelUnitSettingsAngleLatLon)
+
 public:
     // Section "CZelUnitSettingsAngleLatLon", precision 9.
     CZelUnitSettingsAngleLatLon();

@@ -4,7 +4,11 @@
 
 #include <Zel260/values/CZelUnitSettings.h>
 
+class CWnd;
+
 class CZelUnitSettingsDistance : public CZelUnitSettings {
+    DECLARE_DYNCREATE(CZelUnitSettingsDistance)
+
 public:
     // The unit combo box (a widget; defined in <Zel260/values/qt/CUnitDistanceComboBox.h>).
     class CUnitDistanceComboBox;
@@ -24,5 +28,5 @@ public:
     // The box's unit: its selection's item data when that is a distance unit, else 21.
     long GetCurrentSelection(const CUnitDistanceComboBox& box) const;
     // As the angle one, with WM_ZEL_UNIT_CHANGED_DISTANCE.
-    void SaveCurrentSelection(const CUnitDistanceComboBox& box, HWND wnd);
+    void SaveCurrentSelection(const CUnitDistanceComboBox& box, CWnd* wnd);
 };

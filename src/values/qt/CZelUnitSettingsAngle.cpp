@@ -9,7 +9,7 @@ using namespace zelvalues;
 
 namespace {
 
-const char* sectionOf(const CZelUnitSettingsAngle& s) { return s.Section().IsEmpty() ? kSectionAngle : s.Section().GetString(); }
+const char* sectionOf(const CZelUnitSettingsAngle& s) { return s.Section().IsEmpty() ? SectionAngle() : s.Section().GetString(); }
 
 } // namespace
 
@@ -26,10 +26,10 @@ void CZelUnitSettingsAngle::InitializeUnitAngleComboBox(CUnitAngleComboBox& box,
     for (const UnitEntry* e = kAngleUnits; e->unit != -1; ++e) {
         if (IsExcluded(excluded, e->unit))
             continue;
-        const int index = box.AddString(FindString(e->textId));
+        const int index = box.AddString(LoadString(e->textId));
         box.SetItemData(index, static_cast<DWORD_PTR>(e->unit));
     }
-    const long stored = ReadStoredUnit(sectionOf(*this), kKeyAngleNumber, -1);
+    const long stored = ReadStoredUnit(sectionOf(*this), KeyAngleNumber(), -1);
     // A stored unit of the list is selected even when excluded: then nothing shows.
     const long wanted = InList(kAngleUnits, stored) ? stored : m_defaultUnit;
     int select = -1;
@@ -44,7 +44,7 @@ long CZelUnitSettingsAngle::GetCurrentSelection(const CUnitAngleComboBox& box) c
     return box.GetCurrentSelection();
 }
 
-void CZelUnitSettingsAngle::SaveCurrentSelection(const CUnitAngleComboBox& box, HWND wnd)
+void CZelUnitSettingsAngle::SaveCurrentSelection(const CUnitAngleComboBox& box, CWnd* wnd)
 {
     const long unit = box.GetCurrentSelection();
     CZelUnitSettingsAngle& shared = SharedObject();
@@ -52,7 +52,7 @@ void CZelUnitSettingsAngle::SaveCurrentSelection(const CUnitAngleComboBox& box, 
     shared.Unit(unit);
     CString abbreviation;
     UnitAbbreviation(unit, abbreviation, 0);
-    WriteStoredUnit(sectionOf(shared), kKeyAngleNumber, kKeyAngleText, unit, abbreviation);
+    WriteStoredUnit(sectionOf(shared), KeyAngleNumber(), KeyAngleText(), unit, abbreviation);
     if (unit != old)
         NotifyUnitChanged(wnd, true, old, unit);
 }

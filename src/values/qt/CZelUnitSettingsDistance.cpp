@@ -10,10 +10,10 @@ using namespace zelvalues;
 void CZelUnitSettingsDistance::InitializeUnitDistanceComboBox(CUnitDistanceComboBox& box)
 {
     for (const UnitEntry* e = kDistanceUnits; e->unit != -1; ++e) {
-        const int index = box.AddString(FindString(e->textId));
+        const int index = box.AddString(LoadString(e->textId));
         box.SetItemData(index, static_cast<DWORD_PTR>(e->unit));
     }
-    const long stored = ReadStoredUnit(kSectionDistance, kKeyDistanceNumber, 21);
+    const long stored = ReadStoredUnit(SectionDistance(), KeyDistanceNumber(), 21);
     int select = -1;
     for (int i = 0; i < box.GetCount(); ++i)
         if (static_cast<long>(box.GetItemData(i)) == stored)
@@ -26,7 +26,7 @@ long CZelUnitSettingsDistance::GetCurrentSelection(const CUnitDistanceComboBox& 
     return box.GetCurrentSelection();
 }
 
-void CZelUnitSettingsDistance::SaveCurrentSelection(const CUnitDistanceComboBox& box, HWND wnd)
+void CZelUnitSettingsDistance::SaveCurrentSelection(const CUnitDistanceComboBox& box, CWnd* wnd)
 {
     const long unit = box.GetCurrentSelection();
     CZelUnitSettingsDistance& shared = Default();
@@ -34,7 +34,7 @@ void CZelUnitSettingsDistance::SaveCurrentSelection(const CUnitDistanceComboBox&
     shared.Unit(unit);
     CString abbreviation;
     UnitAbbreviation(unit, abbreviation, 0);
-    WriteStoredUnit(kSectionDistance, kKeyDistanceNumber, kKeyDistanceText, unit, abbreviation);
+    WriteStoredUnit(SectionDistance(), KeyDistanceNumber(), KeyDistanceText(), unit, abbreviation);
     if (unit != old)
         NotifyUnitChanged(wnd, false, old, unit);
 }

@@ -1,15 +1,17 @@
 #include "ZelUnitNotify.h"
 
+#include <Zel260/frame/ZelMessages.h>
+#include <Zel260/platform/CWnd.h>
+
 namespace zelvalues {
 
-void NotifyUnitChanged(HWND wnd, bool angle, long oldUnit, long newUnit)
+void NotifyUnitChanged(CWnd* wnd, bool angle, long oldUnit, long newUnit)
 {
-    // Delivered through the window-message layer (registered messages and
-    // SendMessageToDescendants) once that layer is part of the build.
-    (void)wnd;
-    (void)angle;
-    (void)oldUnit;
-    (void)newUnit;
+    if (!wnd || !IsWindow(wnd->GetSafeHwnd()))
+        return;
+    // Every window below, not only those with an object of the library attached.
+    wnd->SendMessageToDescendants(angle ? WM_ZEL_UNIT_CHANGED_ANGLE : WM_ZEL_UNIT_CHANGED_DISTANCE,
+                                  static_cast<WPARAM>(oldUnit), static_cast<LPARAM>(newUnit), TRUE, FALSE);
 }
 
 } // namespace zelvalues

@@ -2,8 +2,17 @@
 #include <Zel260/values/qt/CUnitAngleComboBox.h>
 #include <Zel260/values/qt/CUnitDistanceComboBox.h>
 
+#include <Zel260/frame/ZelMessages.h>
+#include <Zel260/platform/CWnd.h>
+#include <Zel260/platform/qt/QtWindowBackend.h>
+
 #include "values/ZelUnitTables.h"
 
+#include <QWidget>
+
+#include <Zel260/services/ZelProfilePath.h>
+
+#include <TestSupport.h>
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -16,11 +25,14 @@ class UnitBoxes : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ForgetStoredUnits();
+        ZelSetProfilePath(m_dir.file("units.ini").c_str());
         CZelUnitSettingsAngle::Default() = CZelUnitSettingsAngle();
         CZelUnitSettingsAngleLatLon::Default() = CZelUnitSettingsAngleLatLon();
         CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
     }
+    void TearDown() override { ZelSetProfilePath(m_dir.file("unused.ini").c_str()); }
+
+    zeltest::TempDir m_dir;
 };
 
 std::vector<long> unitsOf(const CZelComboBox& box)
@@ -51,7 +63,7 @@ TEST_F(UnitBoxes, AngleBoxDefaultsAndExclusions)
     CZelUnitSettingsAngleLatLon::CUnitAngleComboBox box3;
     CZelUnitSettingsAngleLatLon::Default().InitializeUnitAngleComboBox(box3, nullptr);
     EXPECT_EQ(box3.GetCurrentSelection(), 12);
-    WriteStoredUnit(kSectionAngle, kKeyAngleNumber, kKeyAngleText, 14, "grad");
+    WriteStoredUnit(SectionAngle(), KeyAngleNumber(), KeyAngleText(), 14, "grad");
     CZelUnitSettingsAngle::CUnitAngleComboBox box4;
     CZelUnitSettingsAngle::Default().InitializeUnitAngleComboBox(box4, noGrad);
     EXPECT_EQ(box4.GetCurSel(), -1);
@@ -65,7 +77,7 @@ TEST_F(UnitBoxes, SavingWritesTheProfileAndTheSharedObject)
     box.SetCurSel(4);  // gon
     CZelUnitSettingsAngle::Default().SaveCurrentSelection(box, nullptr);
     EXPECT_EQ(CZelUnitSettingsAngle::Default().Unit(), 15);
-    EXPECT_EQ(ReadStoredUnit(kSectionAngle, kKeyAngleNumber, -1), 15);
+    EXPECT_EQ(ReadStoredUnit(SectionAngle(), KeyAngleNumber(), -1), 15);
     // Saving the same unit again writes again and changes nothing.
     CZelUnitSettingsAngle::Default().SaveCurrentSelection(box, nullptr);
     EXPECT_EQ(CZelUnitSettingsAngle::Default().Unit(), 15);
@@ -75,18 +87,69 @@ TEST_F(UnitBoxes, SavingWritesTheProfileAndTheSharedObject)
     latLonBox.SetCurSel(0);
     CZelUnitSettingsAngleLatLon::Default().SaveCurrentSelection(latLonBox, nullptr);
     EXPECT_EQ(CZelUnitSettingsAngleLatLon::Default().Unit(), 11);
-    EXPECT_EQ(ReadStoredUnit(kSectionAngleLatLon, kKeyAngleNumber, -1), 11);
+    EXPECT_EQ(ReadStoredUnit(SectionAngleLatLon(), KeyAngleNumber(), -1), 11);
     EXPECT_EQ(CZelUnitSettingsAngle::Default().Unit(), 15);
 
     CZelUnitSettingsDistance::CUnitDistanceComboBox distanceBox;
-    WriteStoredUnit(kSectionDistance, kKeyDistanceNumber, kKeyDistanceText, 23, "fti");
+    WriteStoredUnit(SectionDistance(), KeyDistanceNumber(), KeyDistanceText(), 23, "fti");
     CZelUnitSettingsDistance::Default().InitializeUnitDistanceComboBox(distanceBox);
     EXPECT_EQ(unitsOf(distanceBox), (std::vector<long>{21, 22, 23}));
     EXPECT_EQ(distanceBox.GetCurrentSelection(), 23);
     distanceBox.SetCurSel(1);
     CZelUnitSettingsDistance::Default().SaveCurrentSelection(distanceBox, nullptr);
     EXPECT_EQ(CZelUnitSettingsDistance::Default().Unit(), 22);
-    EXPECT_EQ(ReadStoredUnit(kSectionDistance, kKeyDistanceNumber, -1), 22);
+    EXPECT_EQ(ReadStoredUnit(SectionDistance(), KeyDistanceNumber(), -1), 22);
+}
+
+// A change of unit reaches a grandchild window once, with old and new unit; saving
+// the same unit again, or with no window, sends nothing.
+TEST_F(UnitBoxes, ChangeReachesEveryDescendantOnce)
+{
+    QWidget top;
+    QWidget child(&top);
+    QWidget grandchild(&child);
+    struct Seen {
+        UINT message;
+        WPARAM oldUnit;
+        LPARAM newUnit;
+    };
+    std::vector<Seen> seen;
+    ZelAddMessageHandler(&grandchild, [&seen](UINT message, WPARAM w, LPARAM l, LRESULT& result) {
+        if (message != WM_ZEL_UNIT_CHANGED_ANGLE && message != WM_ZEL_UNIT_CHANGED_DISTANCE)
+            return false;
+        seen.push_back({message, w, l});
+        result = 0;
+        return true;
+    });
+    CWnd wnd;
+    ASSERT_TRUE(wnd.Attach(ZelHwndFromWidget(&top)));
+
+    CZelUnitSettingsAngle::Default().Unit(12);
+    CZelUnitSettingsAngle::CUnitAngleComboBox box(&child);
+    CZelUnitSettingsAngle::Default().InitializeUnitAngleComboBox(box, nullptr);
+    box.SetCurSel(6);  // revolution
+    CZelUnitSettingsAngle::Default().SaveCurrentSelection(box, &wnd);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].message, WM_ZEL_UNIT_CHANGED_ANGLE);
+    EXPECT_EQ(seen[0].oldUnit, 12u);
+    EXPECT_EQ(seen[0].newUnit, 17);
+    CZelUnitSettingsAngle::Default().SaveCurrentSelection(box, &wnd);
+    EXPECT_EQ(seen.size(), 1u);
+    box.SetCurSel(0);
+    CZelUnitSettingsAngle::Default().SaveCurrentSelection(box, nullptr);
+    EXPECT_EQ(seen.size(), 1u);
+    EXPECT_EQ(ReadStoredUnit(SectionAngle(), KeyAngleNumber(), -1), 11);
+
+    CZelUnitSettingsDistance::Default().Unit(21);
+    CZelUnitSettingsDistance::CUnitDistanceComboBox distanceBox(&top);
+    CZelUnitSettingsDistance::Default().InitializeUnitDistanceComboBox(distanceBox);
+    distanceBox.SetCurSel(2);
+    CZelUnitSettingsDistance::Default().SaveCurrentSelection(distanceBox, &wnd);
+    ASSERT_EQ(seen.size(), 2u);
+    EXPECT_EQ(seen[1].message, WM_ZEL_UNIT_CHANGED_DISTANCE);
+    EXPECT_EQ(seen[1].oldUnit, 21u);
+    EXPECT_EQ(seen[1].newUnit, 23);
+    wnd.Detach();
 }
 
 } // namespace
