@@ -142,13 +142,13 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
         }
         const char conversion = format[i++];
         // Conversions are short; a longer one has a width nobody needs.
-        char conversion_[32];
-        if (i - start >= sizeof conversion_) {
+        char piece[32];
+        if (i - start >= sizeof piece) {
             out.append(format, start, i - start);
             continue;
         }
-        format.copy(conversion_, i - start, start);
-        conversion_[i - start] = '\0';
+        format.copy(piece, i - start, start);
+        piece[i - start] = '\0';
         const bool floating = std::strchr("fFeEgGaA", conversion) != nullptr;
         const int needInts = (widthStar ? 1 : 0) + (precisionStar ? 1 : 0);
         bool fits = floating && !badLength && next + needInts + 1 <= argCount;
@@ -156,20 +156,20 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
             fits = args[next + k].isInt;
         fits = fits && !args[next + needInts].isInt;
         if (!fits) {
-            out += conversion_;
+            out += piece;
             continue;
         }
         const double v = args[next + needInts].d;
         if (needInts == 2) {
             const int w = args[next].i, p = args[next + 1].i;
-            longDouble ? appendf(out, conversion_, w, p, static_cast<long double>(v))
-                       : appendf(out, conversion_, w, p, v);
+            longDouble ? appendf(out, piece, w, p, static_cast<long double>(v))
+                       : appendf(out, piece, w, p, v);
         } else if (needInts == 1) {
             const int a = args[next].i;
-            longDouble ? appendf(out, conversion_, a, static_cast<long double>(v))
-                       : appendf(out, conversion_, a, v);
+            longDouble ? appendf(out, piece, a, static_cast<long double>(v))
+                       : appendf(out, piece, a, v);
         } else {
-            longDouble ? appendf(out, conversion_, static_cast<long double>(v)) : appendf(out, conversion_, v);
+            longDouble ? appendf(out, piece, static_cast<long double>(v)) : appendf(out, piece, v);
         }
         next += needInts + 1;
     }
