@@ -169,8 +169,9 @@ void splitSearch(const char* fileName, std::string& dir, std::string& pattern)
         dir = ".";
         pattern = path;
     } else {
-        dir = slash == 0 ? "/" : path.substr(0, slash);
-        pattern = path.substr(slash + 1);
+        pattern.assign(path, slash + 1, std::string::npos);
+        path.resize(slash == 0 ? 1 : slash);
+        dir = std::move(path);
     }
 }
 
