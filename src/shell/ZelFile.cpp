@@ -1,6 +1,8 @@
 #include <Zel260/shell/ZelFile.h>
 
 #include <Zel260/platform/Win32Error.h>
+#include <Zel260/shell/CZelFileList.h>
+#include <Zel260/shell/ZelPath.h>
 
 #include <cerrno>
 #include <cstring>
@@ -241,3 +243,120 @@ BOOL RemoveDirectory(const char* name)
 }
 
 BOOL MoveFile(const char* existing, const char* target) { return Pim32FileMove(existing, target); }
+
+namespace {
+
+void clearError(DWORD* pError, CString* pErrorText)
+{
+    if (pError)
+        *pError = 0;
+    if (pErrorText)
+        pErrorText->Empty();
+}
+
+void reportError(DWORD error, DWORD* pError, CString* pErrorText)
+{
+    if (pError)
+        *pError = error;
+    if (pErrorText) {
+        char buf[MAX_PATH];
+        ZelFormatSystemError(error, buf, MAX_PATH);
+        *pErrorText = buf;
+    }
+}
+
+} // namespace
+
+unsigned ZelFileCount(const char* search, DWORD* pError, CString* pErrorText)
+{
+    clearError(pError, pErrorText);
+    CZelFileList list(search, 0, 0, 1);
+    if (list.Failed())
+        reportError(list.GetLastError(), pError, pErrorText);
+    return static_cast<unsigned>(list.AllFullFilenames().size());
+}
+
+BOOL ZelFileInUse(const char* search, DWORD* pError, CString* pErrorText)
+{
+    clearError(pError, pErrorText);
+    CZelFileList list(search, 0, 0, 1);
+    if (list.Failed()) {
+        reportError(list.GetLastError(), pError, pErrorText);
+        return FALSE;
+    }
+    for (const CString& name : list.AllFullFilenames()) {
+        HANDLE h = ZelFileCreate(name, GENERIC_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, 0);
+        if (h == INVALID_HANDLE_VALUE)
+            return TRUE;
+        ZelFileClose(h);
+    }
+    return FALSE;
+}
+
+BOOL ZelDirectoryCopy(const char* source, const char* destination, BOOL failIfExists, DWORD* pError,
+                      CString* pErrorText)
+{
+    clearError(pError, pErrorText);
+    CString from(source), to(destination);
+    ZelEnsureTrailingBackslash(from);
+    ZelEnsureTrailingBackslash(to);
+    if (!ZelDirectoryCreate(to, pError, pErrorText))
+        return FALSE;
+    CZelFileList list(from + "*.*", 0, 0, 1);
+    if (list.Failed()) {
+        reportError(list.GetLastError(), pError, pErrorText);
+        return FALSE;
+    }
+    const std::vector<CString>& full = list.AllFullFilenames();
+    const std::vector<CString>& names = list.AllFilenames();
+    for (size_t i = 0; i < full.size() && i < names.size(); ++i) {
+        if (!CopyFile(full[i], to + names[i], failIfExists)) {
+            reportError(::GetLastError(), pError, pErrorText);
+            return FALSE;
+        }
+    }
+    return TRUE;
+}
+
+BOOL ZelDirectoryRemove(const char* directory, DWORD* pError, CString* pErrorText)
+{
+    clearError(pError, pErrorText);
+    CString dir(directory);
+    ZelEnsureTrailingBackslash(dir);
+    CZelFileList list(dir + "*.*", 0, 0, 1);
+    // Past this length the search path itself may have been too long for the
+    // system; what was found is removed all the same.
+    if (list.Failed() && dir.GetLength() < MAX_PATH - static_cast<int>(std::strlen("\\*.*"))) {
+        reportError(list.GetLastError(), pError, pErrorText);
+        return FALSE;
+    }
+    for (const CString& name : list.AllFullFilenames()) {
+        if (!DeleteFile(name)) {
+            reportError(::GetLastError(), pError, pErrorText);
+            return FALSE;
+        }
+    }
+    if (!RemoveDirectory(dir)) {
+        reportError(::GetLastError(), pError, pErrorText);
+        return FALSE;
+    }
+    return TRUE;
+}
+
+BOOL ZelDirectoryMove(const char* source, const char* destination, DWORD* pError, CString* pErrorText)
+{
+    clearError(pError, pErrorText);
+    CString from(source), to(destination);
+    ZelRemoveTrailingBackslash(from);
+    ZelRemoveTrailingBackslash(to);
+    if (ZelDriveIsEqual(from, to)) {
+        if (!MoveFile(from, to)) {
+            reportError(::GetLastError(), pError, pErrorText);
+            return FALSE;
+        }
+        return TRUE;
+    }
+    if (!ZelDirectoryCopy(from, to, TRUE, pError, pErrorText))
+        return FALSE;
+    return ZelDirectoryRemove(from, pError, pErrorText);
+}
