@@ -151,8 +151,20 @@ bool readNext(FindState* s, WIN32_FIND_DATA* data)
                                                reinterpret_cast<const unsigned char*>(e->d_name)))
                 continue;
         }
-        if (s->op == FindExSearchLimitToDirectories && e->d_type != DT_DIR && e->d_type != DT_UNKNOWN)
-            continue;
+        if (s->op == FindExSearchLimitToDirectories) {
+            if (e->d_type == DT_DIR) {
+                // The directory type is known without a stat; the walk that asked
+                // only needs names and attributes.
+                std::memset(data, 0, sizeof *data);
+                data->dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
+                if (e->d_name[0] == '.' && std::strcmp(e->d_name, ".") != 0 && std::strcmp(e->d_name, "..") != 0)
+                    data->dwFileAttributes |= FILE_ATTRIBUTE_HIDDEN;
+                std::strncpy(data->cFileName, e->d_name, MAX_PATH - 1);
+                return true;
+            }
+            if (e->d_type != DT_UNKNOWN)
+                continue;
+        }
         if (statEntry(fd, e->d_name, e->d_type, data))
             return true;
     }

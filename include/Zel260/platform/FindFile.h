@@ -35,8 +35,9 @@ constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
 // How much a search must report, as FindFirstFileEx's search operation.
 enum FINDEX_SEARCH_OPS {
     FindExSearchNameMatch = 0,
-    // Only directories are of interest: other entries may be left out without being
-    // examined, which saves a stat for each of them.
+    // Only directories are of interest: other entries, symbolic links among them, are
+    // left out unexamined, and a directory whose type the directory listing tells
+    // gets only its name and attributes (no times), which saves a stat per entry.
     FindExSearchLimitToDirectories = 1,
 };
 
