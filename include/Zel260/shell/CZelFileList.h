@@ -32,7 +32,8 @@
 
 class CZelFileList {
 public:
-    enum eSortMode {
+    // Fixed underlying type: a value outside the list is valid and sorts by name.
+    enum eSortMode : int {
         eSortNone = 0,              // found order, no sorting
         eSortFilename = 1,          // file name, descending, byte-wise
         eSortFullFilename = 2,      // full name, ascending
