@@ -27,6 +27,8 @@ bool quietError(DWORD e) { return e == ERROR_FILE_NOT_FOUND || e == ERROR_ACCESS
 
 } // namespace
 
+IMPLEMENT_DYNAMIC(CZelFileList, CObject)
+
 CZelFileList::CZelFileList(const char* path, int recursive, int threaded, int start)
     : m_path(path), m_recursive(recursive), m_sortMode(eSortNone), m_window(nullptr), m_counter(0), m_abort(0),
       m_failed(0), m_lastError(0)

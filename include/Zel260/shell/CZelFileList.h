@@ -15,11 +15,27 @@
 // stops the search: Failed() is TRUE and GetLastError() the Win32 number; a missing
 // search directory is such an error (ERROR_PATH_NOT_FOUND).
 //
+// Messages to the window given to Search (registered messages of the frame):
+//   WM_ZEL_FILESEARCHTHREAD_BEGIN (posted, 0, 0): the worker starts;
+//   WM_ZEL_FILESEARCHTHREAD_SEARCHDIRECTORY (posted, number, 0): one more
+//     subdirectory found (recursive searches);
+//   WM_ZEL_FILESEARCHTHREAD_FILESEARCHINDIRECTORY (sent, number, const char* dir):
+//     files are now searched in dir. Sent with a limit of 100 ms, so a busy window
+//     delays the search by at most that much per directory; the text lives only
+//     during the send, so copy it at once;
+//   WM_ZEL_FILESEARCHTHREAD_TERMINATE (posted, aborted, 0): the worker is done;
+//     non-zero when aborted or failed;
+//   WM_ZEL_FILESEARCHTHREAD_ABORT (posted by Abort, 0, 0): results cleared.
+// An aborted run shows begin, progress, terminate (non-zero), abort. A window that
+// dies during the search gets no more messages; the search goes on. Each callback
+// runs right behind its message, on the thread that sent it, with the same number.
+//
 // Threads: every reader (Size, operator[], the lists, Failed, GetLastError, Sort)
 // first waits for a running worker, unless it is called on that worker (from a
 // callback), where it returns at once with what is there.
 #pragma once
 
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/platform/Win32Types.h>
 #include <Zel260/shell/CZelFindData.h>
@@ -30,7 +46,9 @@
 #include <thread>
 #include <vector>
 
-class CZelFileList {
+class CZelFileList : public CObject {
+    DECLARE_DYNAMIC(CZelFileList)
+
 public:
     // Fixed underlying type: a value outside the list is valid and sorts by name.
     enum eSortMode : int {
