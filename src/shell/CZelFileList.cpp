@@ -300,6 +300,9 @@ void CZelFileList::NotifySearchInDirectory(const char* path)
 
 void CZelFileList::Search(HWND window)
 {
+    // From a callback of its own worker a new search would have to wait for itself.
+    if (m_workerId.load() == std::this_thread::get_id())
+        return;
     Wait();
     if (m_thread.joinable())
         m_thread.join();

@@ -92,7 +92,8 @@ public:
     void DoIt();
     // Starts the search on a worker and returns when the worker runs. `window` (may be
     // null) receives the WM_ZEL_FILESEARCHTHREAD_* messages. Throws std::bad_alloc
-    // when no thread can be started. Waits first for an earlier worker of this list.
+    // when no thread can be started. Waits first for an earlier worker of this list;
+    // called from a callback on that worker it does nothing.
     void Search(HWND window);
     // Blocks until the worker has ended; returns at once without a worker or on it.
     void Wait();
