@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <filesystem>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -281,4 +282,38 @@ TEST(CZelFileList, AbortInTheMiddleOfALargeSearch)
     EXPECT_LT(std::count_if(g_journal.events.begin(), g_journal.events.end(),
                             [](const std::string& e) { return e.rfind("scan ", 0) == 0; }),
               201);
+}
+
+namespace {
+std::string g_victim;
+void deleteVictim(DWORD, int, const char* dir)
+{
+    if (g_victim.rfind(dir, 0) == 0)
+        std::filesystem::remove_all(g_victim);
+}
+} // namespace
+
+TEST(CZelFileList, ThingsThatVanishDuringTheSearch)
+{
+    zeltest::TempDir dir;
+    dir.write("a/keep.txt", "");
+    dir.write("a/gone.txt", "");
+    dir.write("b/x.txt", "");
+
+    // A file deleted just before its folder is scanned is simply not found.
+    g_victim = dir.file("a/gone.txt");
+    CZelFileList files((dir.path() + "/*.txt").c_str(), 1, 1, 0);
+    files.SetCallbackSearchInDirectory(deleteVictim, 0);
+    files.DoIt();
+    EXPECT_FALSE(files.Failed());
+    EXPECT_EQ(names(files.AllFilenames()).size(), 2u);
+
+    // A folder that goes away between being found and being scanned is an error of
+    // the enumeration, and stops the search with what was found so far.
+    g_victim = dir.file("b");
+    CZelFileList folders((dir.path() + "/*.txt").c_str(), 1, 1, 0);
+    folders.SetCallbackSearchInDirectory(deleteVictim, 0);
+    folders.DoIt();
+    EXPECT_TRUE(folders.Failed());
+    EXPECT_EQ(folders.GetLastError(), ERROR_PATH_NOT_FOUND);
 }

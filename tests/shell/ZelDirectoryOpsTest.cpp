@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 TEST(ZelDirectoryOps, CountAndInUse)
@@ -81,4 +82,23 @@ TEST(ZelDirectoryOps, RemoveAndMove)
     EXPECT_EQ(zeltest::readFile(dir.file("to/x")), "x");
     EXPECT_FALSE(ZelDirectoryMove(dir.file("gone").c_str(), dir.file("to2").c_str(), &err));
     EXPECT_EQ(err, ERROR_FILE_NOT_FOUND);
+}
+
+TEST(ZelDirectoryOps, MoveAcrossFileSystemsCopiesThenRemoves)
+{
+    zeltest::TempDir dir;
+    struct stat a, b;
+    if (stat(dir.path().c_str(), &a) != 0 || stat("/dev/shm", &b) != 0 || a.st_dev == b.st_dev)
+        GTEST_SKIP() << "no second file system at hand";
+    dir.write("src/one", "1");
+    char target[] = "/dev/shm/zel260-move-XXXXXX";
+    ASSERT_NE(mkdtemp(target), nullptr);
+    std::string dst = std::string(target) + "/moved";
+    EXPECT_TRUE(ZelDirectoryMove(dir.file("src").c_str(), dst.c_str()));
+    EXPECT_EQ(zeltest::readFile(dst + "/one"), "1");
+    EXPECT_FALSE(ZelDirectoryExist(dir.file("src").c_str()));
+    EXPECT_TRUE(ZelFileMove((dst + "/one").c_str(), dir.file("back").c_str()));
+    EXPECT_EQ(zeltest::readFile(dir.file("back")), "1");
+    ZelDirectoryRemove(dst.c_str());
+    RemoveDirectory(target);
 }
