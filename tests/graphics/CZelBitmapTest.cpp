@@ -221,6 +221,7 @@ TEST(CZelBitmapResources, BitmapsLoadByIdFromAModule)
     ASSERT_TRUE(ZelSetResourceData(module, ZEL_RT_BITMAP, 3502, packed.data(), packed.size()));
 
     CZelBitmap b;
+    EXPECT_TRUE(b.IsKindOf(RUNTIME_CLASS(CBitmap)));
     ASSERT_TRUE(b.LoadBitmap(module, 3501));
     EXPECT_EQ(pixelsOf(b), kPattern);
     ASSERT_TRUE(b.LoadBitmap(module, 3502));
