@@ -1,14 +1,11 @@
 #include "mail/MailServices.h"
 
 #include <Zel260/frame/ZelModule.h>
+#include <Zel260/shell/ZelFile.h>
+#include <Zel260/shell/ZelPath.h>
 
-#include <cerrno>
-#include <cstring>
 #include <ctime>
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <new>
 
 namespace zelmail {
 
@@ -28,73 +25,34 @@ CString DateNowUtc()
     return s;
 }
 
-FileContent::~FileContent()
-{
-    if (m_map)
-        ::munmap(m_map, m_mapSize);
-}
-
-unsigned char* FileContent::data()
-{
-    return m_map ? static_cast<unsigned char*>(m_map) : reinterpret_cast<unsigned char*>(m_copy.data());
-}
-
-std::size_t FileContent::size() const { return m_map ? m_mapSize : m_copy.size(); }
-
 bool FileContent::Load(const CString& path)
 {
-    int fd = ::open(path.GetString(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
+    m_data.reset();
+    m_size = 0;
+    // A shared lock: two mails may attach the same file at once.
+    HANDLE file = ZelFileOpen(path, GENERIC_READ, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, FILE_SHARE_READ);
+    if (file == INVALID_HANDLE_VALUE)
         return false;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
-        ::close(fd);
+    const LONG size = ZelFileSize(file);
+    bool ok = size >= 0;
+    if (ok) {
+        // One byte more, so that an empty file still has a buffer to point at.
+        m_data.reset(new (std::nothrow) unsigned char[static_cast<std::size_t>(size) + 1]);
+        ok = m_data && (size == 0 || ZelFileRead(file, m_data.get(), static_cast<DWORD>(size)));
+    }
+    ZelFileClose(file);
+    if (!ok) {
+        m_data.reset();
         return false;
     }
-    if (S_ISREG(st.st_mode) && st.st_size > 0) {
-        // Private and writable, so that an encoder taking a non-const buffer may
-        // scribble without touching the file.
-        void* p = ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ | PROT_WRITE,
-                         MAP_PRIVATE, fd, 0);
-        if (p != MAP_FAILED) {
-            ::close(fd);
-            m_map = p;
-            m_mapSize = static_cast<std::size_t>(st.st_size);
-            return true;
-        }
-    }
-    // Pipes, devices and the like: read until the end.
-    char buf[65536];
-    for (;;) {
-        ssize_t n = ::read(fd, buf, sizeof buf);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0) {
-            ::close(fd);
-            m_copy.clear();
-            return false;
-        }
-        if (n == 0)
-            break;
-        m_copy.append(buf, static_cast<std::size_t>(n));
-    }
-    ::close(fd);
+    m_size = static_cast<std::size_t>(size);
     return true;
 }
 
 void SplitFileName(const CString& path, CString& baseName, CString& extension)
 {
-    const std::string& p = path.str();
-    std::size_t slash = p.find_last_of("/\\");
-    std::string name = slash == std::string::npos ? p : p.substr(slash + 1);
-    std::size_t dot = name.rfind('.');
-    if (dot == std::string::npos) {
-        baseName = CString(name);
-        extension.Empty();
-    } else {
-        baseName = CString(name.substr(0, dot));
-        extension = CString(name.substr(dot));
-    }
+    CString drive, directory;
+    ZelSplitPath(path, drive, directory, baseName, extension);
 }
 
 CString LoadLibraryString(unsigned int id) { return ZelLoadLibraryString(id); }

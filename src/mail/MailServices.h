@@ -5,6 +5,7 @@
 #include <Zel260/platform/CString.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 namespace zelmail {
@@ -12,23 +13,17 @@ namespace zelmail {
 // "Date: " value: the time now in UTC as "%a, %d %b %y %H:%M:%S GMT", English names.
 CString DateNowUtc();
 
-// The whole content of a file, in memory while the object lives. Large files are
-// mapped rather than copied: an attachment is read once, by the encoder.
+// The whole content of a file, in memory while the object lives.
 class FileContent {
 public:
-    FileContent() = default;
-    ~FileContent();
-    FileContent(const FileContent&) = delete;
-    FileContent& operator=(const FileContent&) = delete;
-    // False when the file can't be opened or read (a folder can't be read).
+    // False when the file can't be opened or read, or memory for it can't be had.
     bool Load(const CString& path);
-    unsigned char* data();
-    std::size_t size() const;
+    unsigned char* data() { return m_data.get(); }
+    std::size_t size() const { return m_size; }
 
 private:
-    void* m_map = nullptr;
-    std::size_t m_mapSize = 0;
-    std::string m_copy;
+    std::unique_ptr<unsigned char[]> m_data;
+    std::size_t m_size = 0;
 };
 
 // Base name and extension (with its dot) of the last element of a path; either
