@@ -197,7 +197,7 @@ CString COleDateTime::Format(const char* format) const
 COleDateTime COleDateTime::operator+(const COleDateTimeSpan& span) const noexcept
 {
     COleDateTime r;
-    if (m_status != valid || span.m_status != valid) {
+    if (m_status != valid || span.m_status != COleDateTimeSpan::valid) {
         r.m_status = m_status == invalid || span.m_status == COleDateTimeSpan::invalid ? invalid : null;
         return r;
     }
