@@ -114,6 +114,9 @@ size_t CTime::FormatTm(char* buffer, size_t size, const char* format, const stru
 {
     if (!buffer || size == 0 || !format)
         return 0;
+    buffer[0] = '\0';
+    if (!std::strchr(format, '#'))
+        return strftime(buffer, size, format, &tm);
     // glibc reads "%#" as "swap case"; Windows reads it as "no leading zero" for
     // numbers and ignores it elsewhere.
     char local[256];

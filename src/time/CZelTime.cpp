@@ -536,6 +536,12 @@ void CZelTime::StoreCurrentTimeFormat(unsigned int index)
     zeltime::WriteProfileString(TimeSection, TimeEntryFormatString, TimeFormats[index]);
 }
 
+const CString& CZelTime::CurrentTimeFormatText()
+{
+    ensureFormatLoaded();
+    return currentFormat().text;
+}
+
 CString CZelTime::CurrentTimeFormat()
 {
     ensureFormatLoaded();

@@ -40,7 +40,7 @@ double mjdOfFields(const Fields& f, bool withFraction)
         month += 12;
     }
     const long a = year / 100;
-    return std::floor(365.25 * year) + std::trunc(30.6001 * (month + 1)) + static_cast<double>(2 - a + a / 4) -
+    return zeltime::FastFloor(365.25 * year) + zeltime::FastTrunc(30.6001 * (month + 1)) + static_cast<double>(2 - a + a / 4) -
            679006 + dayValue;
 }
 
@@ -138,16 +138,26 @@ double nearbyEven(double v)
 bool tmOf(const CTime& t, struct tm& tm) { return t.GetLocalTm(&tm) != nullptr; }
 bool tmOf(const COleDateTime& t, struct tm& tm) { return t.GetAsTm(tm); }
 
+} // namespace
+
 template <class T>
-CString formatRounded(const T& time, const char* format, int flag, size_t bufferSize)
+CString FormatRounded(const T& time, const char* format, int flag, size_t bufferSize)
 {
     if (!format || !*format)
         return CString();
     T copy(time);
-    CZelTimeHelper::Round(copy, static_cast<CZelTimeHelper::eRoundFlag>(flag));
+    CZelTimeHelper::RoundInPlace(copy, static_cast<CZelTimeHelper::eRoundFlag>(flag));
+    struct tm tm;
+    if (!tmOf(copy, tm))
+        return CString();
+    if (!(flag & 128)) {
+        char small[256];
+        const size_t size = bufferSize < sizeof small ? bufferSize : sizeof small;
+        return CTime::FormatTm(small, size, format, tm) ? CString(small) : CString();
+    }
     CString templ(format);
     bool cut = false;
-    if (flag & 128) {
+    {
         const int n = flag & ~128;
         if (n > 0) {
             cut |= templ.Find("%S") >= 0;
@@ -164,9 +174,6 @@ CString formatRounded(const T& time, const char* format, int flag, size_t buffer
             templ.Trim();
         }
     }
-    struct tm tm;
-    if (!tmOf(copy, tm))
-        return CString();
     std::vector<char> buffer(bufferSize);
     if (!CTime::FormatTm(buffer.data(), buffer.size(), templ, tm))
         return CString();
@@ -175,6 +182,8 @@ CString formatRounded(const T& time, const char* format, int flag, size_t buffer
         out.Delete(out.GetLength() - 1);
     return out;
 }
+
+namespace {
 
 CString datePartOf(CString format)
 {
@@ -303,21 +312,21 @@ void CZelTimeHelper::Mjd2Ymd(const double& mjd, long& year, long& month, long& d
                              long& second, double& fracSecond)
 {
     double whole;
-    const double frac = std::modf(mjd, &whole);
+    const double frac = zeltime::FastModf(mjd, &whole);
     const double j = mjd + 1.0 - frac + 2400000.0;
-    const double a = std::trunc((j - 1867216.25) / 36524.25);
-    const double b = j - 1720995.0 + 1.0 + a - std::trunc(a / 4);
-    const double c = std::trunc((b - 122.1) / 365.25);
-    const double d = b - std::floor(365.25 * c);
-    const double e = std::trunc(d / 30.6001);
-    const double dayValue = d - std::trunc(30.6001 * e) + frac;
+    const double a = zeltime::FastTrunc((j - 1867216.25) / 36524.25);
+    const double b = j - 1720995.0 + 1.0 + a - zeltime::FastTrunc(a / 4);
+    const double c = zeltime::FastTrunc((b - 122.1) / 365.25);
+    const double d = b - zeltime::FastFloor(365.25 * c);
+    const double e = zeltime::FastTrunc(d / 30.6001);
+    const double dayValue = d - zeltime::FastTrunc(30.6001 * e) + frac;
     year = zeltime::ClampToLong(c);
     month = zeltime::ClampToLong(e) - 1;
     if (month > 12)
         month = zeltime::ClampToLong(e) - 13;
     if (month < 3)
         year += 1;
-    CZelTimeSpanHelper::Mjd2Hms(dayValue, day, hour, minute, second, fracSecond);
+    zeltime::SplitDays(dayValue, day, hour, minute, second, fracSecond);
 }
 
 void CZelTimeHelper::SetMjd(double mjd, CZelTime& time)
@@ -582,22 +591,22 @@ void CZelTimeHelper::GetPhysicalRange(eRangeType type, SYSTEMTIME& min, SYSTEMTI
 
 CString CZelTimeHelper::Format(const CZelTime& time, const char* format, eRoundFlag flag)
 {
-    return formatRounded(time, format, flag, 128);
+    return FormatRounded(time, format, flag, 128);
 }
 
 CString CZelTimeHelper::Format(const CTime& time, const char* format, eRoundFlag flag)
 {
-    return formatRounded(time, format, flag, 128);
+    return FormatRounded(time, format, flag, 128);
 }
 
 CString CZelTimeHelper::Format(const COleDateTime& time, const char* format, eRoundFlag flag)
 {
     if (time.GetStatus() != COleDateTime::valid)
         return oleStatusText(time);
-    return formatRounded(time, format, flag, 256);
+    return FormatRounded(time, format, flag, 256);
 }
 
-CString CZelTimeHelper::Format(const CZelTime& time, eRoundFlag flag) { return Format(time, CZelTime::CurrentTimeFormat(), flag); }
+CString CZelTimeHelper::Format(const CZelTime& time, eRoundFlag flag) { return Format(time, CZelTime::CurrentTimeFormatText(), flag); }
 CString CZelTimeHelper::Format(const CTime& time, eRoundFlag flag) { return Format(time, CZelTime::CurrentTimeFormat(), flag); }
 CString CZelTimeHelper::Format(const COleDateTime& time, eRoundFlag flag) { return Format(time, CZelTime::CurrentTimeFormat(), flag); }
 
@@ -654,6 +663,12 @@ void CZelTimeHelper::ConvertZelTimeFormatToDateTimeCtrl(CString& format)
 // ---- Rounding --------------------------------------------------------------------
 
 double CZelTimeHelper::Round(CZelTime& time, eRoundFlag flag)
+{
+    RoundInPlace(time, flag);
+    return GetMjd(time);
+}
+
+void CZelTimeHelper::RoundInPlace(CZelTime& time, eRoundFlag flag)
 {
     const int n = flag & ~128;
     const __time64_t t = time.GetTime();
@@ -715,10 +730,16 @@ double CZelTimeHelper::Round(CZelTime& time, eRoundFlag flag)
     default:
         break;
     }
-    return GetMjd(time);
+
 }
 
 double CZelTimeHelper::Round(CTime& time, eRoundFlag flag)
+{
+    RoundInPlace(time, flag);
+    return GetMjd(time);
+}
+
+void CZelTimeHelper::RoundInPlace(CTime& time, eRoundFlag flag)
 {
     const int n = flag & ~128;
     const __time64_t t = time.GetTime();
@@ -739,10 +760,16 @@ double CZelTimeHelper::Round(CTime& time, eRoundFlag flag)
             time -= CTimeSpan(part);
         }
     }
-    return GetMjd(time);
+
 }
 
 double CZelTimeHelper::Round(COleDateTime& time, eRoundFlag flag)
+{
+    RoundInPlace(time, flag);
+    return GetMjd(time);
+}
+
+void CZelTimeHelper::RoundInPlace(COleDateTime& time, eRoundFlag flag)
 {
     const int n = flag & ~128;
     const COleDateTime& lo = MinOleDateTime();
@@ -763,7 +790,7 @@ double CZelTimeHelper::Round(COleDateTime& time, eRoundFlag flag)
             time -= COleDateTimeSpan(0, 0, minute, sec);
         }
     }
-    return GetMjd(time);
+
 }
 
 // ---- Calendar arithmetic ---------------------------------------------------------

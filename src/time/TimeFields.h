@@ -60,4 +60,46 @@ inline long ClampToLong(double v)
     return static_cast<long>(v);
 }
 
+// trunc, floor and modf without a call into libm: the time arithmetic runs them
+// millions of times, and below 2^52 a round trip through an integer is exact.
+inline double FastTrunc(double v)
+{
+    if (!(std::fabs(v) < 4503599627370496.0))
+        return std::trunc(v);
+    return std::copysign(static_cast<double>(static_cast<long long>(v)), v);
+}
+
+inline double FastFloor(double v)
+{
+    const double t = FastTrunc(v);
+    return t > v ? t - 1.0 : t;
+}
+
+// modf: the fractional part with the sign of v, the whole part in *whole.
+inline double FastModf(double v, double* whole)
+{
+    if (!(std::fabs(v) < 4503599627370496.0))
+        return std::modf(v, whole);
+    *whole = FastTrunc(v);
+    return std::copysign(v - *whole, v);
+}
+
+// Whole days, hours, minutes, seconds (all truncating) and the fraction of the
+// second of a count of days.
+inline void SplitDays(double days, long& day, long& hour, long& minute, long& second, double& fracSecond)
+{
+    double whole;
+    const double f = FastModf(days, &whole);
+    day = ClampToLong(whole);
+    double s;
+    fracSecond = FastModf(f * 86400.0, &s);
+    // |s| < 86400: 32-bit division is exact here and much cheaper than 64-bit.
+    const int t = static_cast<int>(s);
+    const int h = t / 3600;
+    const int rest = t - h * 3600;
+    hour = h;
+    minute = rest / 60;
+    second = rest % 60;
+}
+
 } // namespace zeltime

@@ -174,6 +174,8 @@ public:
 
 private:
     friend class CZelTimeHelper;
+    // The current template without a copy; loads it first if needed.
+    static const CString& CurrentTimeFormatText();
     double m_fracSecond;
     double m_timezone;
 };

@@ -176,4 +176,10 @@ protected:
 
 private:
     friend class CZelTime;
+    template <class T>
+    friend CString FormatRounded(const T&, const char*, int, size_t);
+    // Round without the MJD that the public form returns.
+    static void RoundInPlace(CZelTime& time, eRoundFlag flag);
+    static void RoundInPlace(CTime& time, eRoundFlag flag);
+    static void RoundInPlace(COleDateTime& time, eRoundFlag flag);
 };
