@@ -7,6 +7,10 @@
 #include <Zel260/platform/CGeometry.h>
 #include <Zel260/platform/Win32Types.h>
 
+#include <memory>
+
+struct HBITMAP__;
+
 // GetDeviceCaps indices (Win32 numbers).
 constexpr int HORZSIZE = 4;
 constexpr int VERTSIZE = 6;
@@ -59,6 +63,12 @@ struct BITMAPINFO {
 constexpr DWORD BI_RGB = 0;
 constexpr UINT DIB_RGB_COLORS = 0;
 
+// Stretch modes (Win32 numbers).
+constexpr int BLACKONWHITE = 1;
+constexpr int WHITEONBLACK = 2;
+constexpr int COLORONCOLOR = 3;
+constexpr int HALFTONE = 4;
+
 class CDC {
 public:
     virtual ~CDC() = default;
@@ -99,7 +109,31 @@ public:
 
     virtual int GetDeviceCaps(int index) const = 0;
     virtual BOOL IsPrinting() const { return FALSE; }
+
+    // Memory devices. A device of the same kind as this one, drawing into the bitmap
+    // selected into it (none at first, when it draws nowhere). Null where the
+    // implementation has none.
+    virtual std::unique_ptr<CDC> CreateCompatibleDC() { return nullptr; }
+    // Selects `bitmap` (a handle of <Zel260/platform/CBitmap.h>, or null for none)
+    // into a memory device and returns the one selected before. A device that isn't a
+    // memory device ignores the call and returns null. The bitmap must outlive its
+    // selection.
+    virtual HBITMAP__* SelectObject(HBITMAP__* bitmap) { return nullptr; }
+
+    // How StretchDIBits shrinks: COLORONCOLOR drops pixels, HALFTONE averages.
+    // Return the previous value.
+    virtual int SetStretchBltMode(int mode) { int old = m_stretchMode; m_stretchMode = mode; return old; }
+    virtual int GetStretchBltMode() const { return m_stretchMode; }
+    virtual CPoint SetBrushOrg(int x, int y) { CPoint old = m_brushOrg; m_brushOrg = CPoint(x, y); return old; }
+    virtual CPoint GetBrushOrg() const { return m_brushOrg; }
+
+private:
+    int m_stretchMode = BLACKONWHITE;
+    CPoint m_brushOrg;
 };
+
+// Win32's device context handle: here the device object itself.
+using HDC = CDC*;
 
 constexpr COLORREF CLR_INVALID = 0xFFFFFFFFu;
 

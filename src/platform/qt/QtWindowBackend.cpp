@@ -1,0 +1,443 @@
+#include <Zel260/platform/qt/QtWindowBackend.h>
+#include <Zel260/platform/qt/ZelMessageEvent.h>
+#include <Zel260/platform/qt/ZelMessageTarget.h>
+#include <Zel260/platform/WindowMessages.h>
+#include <Zel260/platform/Win32Error.h>
+
+#include <QCoreApplication>
+#include <QFontMetrics>
+#include <QPointer>
+#include <QThread>
+#include <QWidget>
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+ZelMessageEvent::ZelMessageEvent(UINT message, WPARAM wParam, LPARAM lParam)
+    : QEvent(eventType()), m_message(message), m_wParam(wParam), m_lParam(lParam)
+{
+    ignore();
+}
+
+QEvent::Type ZelMessageEvent::eventType()
+{
+    static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
+
+namespace {
+
+// One unit of work that another thread hands to a window's thread and may wait
+// for. The work runs only if it leaves Pending for Running; a waiter may cancel it
+// only while it is still Pending, so nothing the work points at is used after the
+// waiter has given up.
+struct Job {
+    enum Phase { Pending, Running, Done, Cancelled, Failed };
+    std::mutex m;
+    std::condition_variable cv;
+    Phase phase = Pending;
+    LRESULT result = 0;
+
+    void finish(Phase to, LRESULT r = 0)
+    {
+        {
+            std::lock_guard lock(m);
+            if (to == Failed && phase != Pending)
+                return;
+            phase = to;
+            result = r;
+        }
+        cv.notify_all();
+    }
+};
+
+struct Entry {
+    QWidget* widget = nullptr;
+    QThread* thread = nullptr;
+    int ctrlId = 0;
+    std::vector<std::pair<int, ZelMessageHandler>> handlers;
+    std::vector<std::weak_ptr<Job>> pending;
+};
+
+// Handles are counters, not addresses: a handle of a deleted widget can never
+// come back as the handle of a new one that happens to reuse its memory.
+struct Registry {
+    std::mutex m;
+    std::unordered_map<std::uintptr_t, Entry> byHandle;
+    std::unordered_map<const QWidget*, std::uintptr_t> byWidget;
+    std::uintptr_t next = 0x10000;
+    int nextCookie = 1;
+    QObject* dispatcher = nullptr;
+};
+
+// Leaked on purpose: widgets may be destroyed during static destruction.
+Registry& registry()
+{
+    static Registry* r = new Registry;
+    return *r;
+}
+
+std::uintptr_t key(HWND h) { return reinterpret_cast<std::uintptr_t>(h); }
+HWND handle(std::uintptr_t k) { return reinterpret_cast<HWND>(k); }
+
+QEvent::Type deliveryType()
+{
+    static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
+
+using Work = std::function<LRESULT(QWidget*)>;
+
+// Carries work to the window's thread. Destroyed undelivered (the dispatcher went
+// away with the application), it releases its waiter.
+class DeliveryEvent : public QEvent {
+public:
+    DeliveryEvent(std::uintptr_t target, Work work, std::shared_ptr<Job> job)
+        : QEvent(deliveryType()), target(target), work(std::move(work)), job(std::move(job))
+    {
+    }
+    ~DeliveryEvent() override
+    {
+        if (job)
+            job->finish(Job::Failed);
+    }
+    std::uintptr_t target;
+    Work work;
+    std::shared_ptr<Job> job;
+};
+
+QWidget* liveWidget(std::uintptr_t k)
+{
+    Registry& r = registry();
+    std::lock_guard lock(r.m);
+    auto it = r.byHandle.find(k);
+    return it == r.byHandle.end() ? nullptr : it->second.widget;
+}
+
+class Dispatcher : public QObject {
+public:
+    bool event(QEvent* e) override
+    {
+        if (e->type() != deliveryType())
+            return QObject::event(e);
+        auto* d = static_cast<DeliveryEvent*>(e);
+        QWidget* w = liveWidget(d->target);
+        if (!d->job) {
+            if (w)
+                d->work(w);
+            return true;
+        }
+        if (!w) {
+            d->job->finish(Job::Failed);
+            return true;
+        }
+        {
+            std::lock_guard lock(d->job->m);
+            if (d->job->phase != Job::Pending)
+                return true;
+            d->job->phase = Job::Running;
+        }
+        d->job->finish(Job::Done, d->work(w));
+        return true;
+    }
+};
+
+void onDestroyed(std::uintptr_t k)
+{
+    Registry& r = registry();
+    std::vector<std::weak_ptr<Job>> pending;
+    {
+        std::lock_guard lock(r.m);
+        auto it = r.byHandle.find(k);
+        if (it == r.byHandle.end())
+            return;
+        pending = std::move(it->second.pending);
+        r.byWidget.erase(it->second.widget);
+        r.byHandle.erase(it);
+    }
+    // Whoever waits for this window is released now rather than when the window's
+    // thread gets round to the queued event.
+    for (auto& weak : pending)
+        if (auto job = weak.lock())
+            job->finish(Job::Failed);
+}
+
+// Runs on the widget's thread.
+LRESULT dispatch(QWidget* w, std::uintptr_t k, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    QPointer<QWidget> guard(w);
+    std::vector<ZelMessageHandler> hooks;
+    {
+        Registry& r = registry();
+        std::lock_guard lock(r.m);
+        auto it = r.byHandle.find(k);
+        if (it == r.byHandle.end())
+            return 0;
+        for (auto h = it->second.handlers.rbegin(); h != it->second.handlers.rend(); ++h)
+            hooks.push_back(h->second);
+    }
+    for (auto& hook : hooks) {
+        LRESULT result = 0;
+        if (hook(message, wParam, lParam, result))
+            return result;
+        if (!guard)
+            return 0;
+    }
+    ZelMessageEvent ev(message, wParam, lParam);
+    QCoreApplication::sendEvent(w, &ev);
+    if (ev.isAccepted())
+        return ev.result();
+    if (!guard)
+        return 0;
+    if (auto* target = dynamic_cast<ZelMessageTarget*>(w))
+        return target->WindowProc(message, wParam, lParam);
+    return 0;
+}
+
+// Runs `work` on the window's thread: directly when the caller is that thread,
+// otherwise through the dispatcher, waiting at most `timeoutMs` for it to start.
+BOOL runOnWindowThread(HWND h, const Work& work, UINT timeoutMs, LRESULT* out)
+{
+    Registry& r = registry();
+    std::shared_ptr<Job> job;
+    QWidget* direct = nullptr;
+    {
+        std::lock_guard lock(r.m);
+        auto it = h ? r.byHandle.find(key(h)) : r.byHandle.end();
+        if (it == r.byHandle.end() || (!r.dispatcher && it->second.thread != QThread::currentThread())) {
+            SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+            return FALSE;
+        }
+        Entry& e = it->second;
+        if (e.thread == QThread::currentThread()) {
+            direct = e.widget;
+        } else {
+            std::erase_if(e.pending, [](const std::weak_ptr<Job>& j) { return j.expired(); });
+            job = std::make_shared<Job>();
+            e.pending.push_back(job);
+            QCoreApplication::postEvent(r.dispatcher, new DeliveryEvent(key(h), work, job));
+        }
+    }
+    if (direct) {
+        LRESULT v = work(direct);
+        if (out)
+            *out = v;
+        return TRUE;
+    }
+    std::unique_lock lock(job->m);
+    auto settled = [&] { return job->phase == Job::Done || job->phase == Job::Failed; };
+    if (timeoutMs == INFINITE) {
+        job->cv.wait(lock, settled);
+    } else if (!job->cv.wait_for(lock, std::chrono::milliseconds(timeoutMs), settled)) {
+        if (job->phase == Job::Pending) {
+            job->phase = Job::Cancelled;
+            SetLastError(ERROR_TIMEOUT);
+            return FALSE;
+        }
+        job->cv.wait(lock, settled);
+    }
+    if (job->phase == Job::Failed) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return FALSE;
+    }
+    if (out)
+        *out = job->result;
+    return TRUE;
+}
+
+class QtBackend : public ZelWindowBackend {
+public:
+    BOOL IsWindow(HWND h) override { return liveWidget(key(h)) ? TRUE : FALSE; }
+
+    LRESULT Send(HWND h, UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        LRESULT result = 0;
+        SendTimeout(h, message, wParam, lParam, SMTO_NORMAL, INFINITE, &result);
+        return result;
+    }
+
+    BOOL Post(HWND h, UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        Registry& r = registry();
+        std::lock_guard lock(r.m);
+        if (!h || !r.dispatcher || !r.byHandle.count(key(h))) {
+            SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+            return FALSE;
+        }
+        std::uintptr_t k = key(h);
+        Work work = [k, message, wParam, lParam](QWidget* w) { return dispatch(w, k, message, wParam, lParam); };
+        QCoreApplication::postEvent(r.dispatcher, new DeliveryEvent(k, std::move(work), nullptr));
+        return TRUE;
+    }
+
+    BOOL SendTimeout(HWND h, UINT message, WPARAM wParam, LPARAM lParam, UINT, UINT timeoutMs,
+                     LRESULT* result) override
+    {
+        std::uintptr_t k = key(h);
+        return runOnWindowThread(
+            h, [&](QWidget* w) { return dispatch(w, k, message, wParam, lParam); }, timeoutMs, result);
+    }
+
+    std::vector<HWND> Children(HWND h) override
+    {
+        std::vector<HWND> out;
+        runOnWindowThread(
+            h,
+            [&](QWidget* w) {
+                for (QObject* c : w->children())
+                    if (auto* cw = qobject_cast<QWidget*>(c); cw && !cw->isWindow())
+                        out.push_back(ZelHwndFromWidget(cw));
+                return LRESULT(0);
+            },
+            INFINITE, nullptr);
+        return out;
+    }
+
+    HWND Parent(HWND h) override
+    {
+        HWND parent = nullptr;
+        runOnWindowThread(
+            h,
+            [&](QWidget* w) {
+                parent = ZelHwndFromWidget(w->parentWidget());
+                return LRESULT(0);
+            },
+            INFINITE, nullptr);
+        return parent;
+    }
+
+    int CtrlId(HWND h) override
+    {
+        Registry& r = registry();
+        std::lock_guard lock(r.m);
+        auto it = r.byHandle.find(key(h));
+        return it == r.byHandle.end() ? 0 : it->second.ctrlId;
+    }
+
+    int SetCtrlId(HWND h, int id) override
+    {
+        Registry& r = registry();
+        std::lock_guard lock(r.m);
+        auto it = r.byHandle.find(key(h));
+        if (it == r.byHandle.end()) {
+            SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+            return 0;
+        }
+        return std::exchange(it->second.ctrlId, id);
+    }
+
+    int TextWidth(HWND h, const char* text) override
+    {
+        LRESULT width = -1;
+        if (!runOnWindowThread(
+                h,
+                [&](QWidget* w) {
+                    return LRESULT(text ? QFontMetrics(w->font()).horizontalAdvance(QString::fromUtf8(text)) : 0);
+                },
+                INFINITE, &width))
+            return -1;
+        return static_cast<int>(width);
+    }
+};
+
+QtBackend& qtBackend()
+{
+    static QtBackend* b = new QtBackend;
+    return *b;
+}
+
+void uninstallBackend()
+{
+    Registry& r = registry();
+    QObject* dispatcher = nullptr;
+    {
+        std::lock_guard lock(r.m);
+        dispatcher = std::exchange(r.dispatcher, nullptr);
+    }
+    if (ZelGetWindowBackend() == &qtBackend())
+        ZelSetWindowBackend(nullptr);
+    // Deleting the dispatcher discards its queued events, which releases every
+    // thread still waiting for an answer.
+    delete dispatcher;
+}
+
+void installAtStartup() { ZelInstallQtWindowBackend(); }
+
+} // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(installAtStartup)
+
+bool ZelInstallQtWindowBackend()
+{
+    QCoreApplication* app = QCoreApplication::instance();
+    if (!app || QThread::currentThread() != app->thread())
+        return false;
+    Registry& r = registry();
+    {
+        std::lock_guard lock(r.m);
+        if (r.dispatcher)
+            return true;
+        r.dispatcher = new Dispatcher;
+    }
+    ZelSetWindowBackend(&qtBackend());
+    qAddPostRoutine(uninstallBackend);
+    return true;
+}
+
+HWND ZelHwndFromWidget(QWidget* widget)
+{
+    if (!widget)
+        return nullptr;
+    Registry& r = registry();
+    std::uintptr_t k = 0;
+    {
+        std::lock_guard lock(r.m);
+        if (auto it = r.byWidget.find(widget); it != r.byWidget.end())
+            return handle(it->second);
+        k = r.next;
+        r.next += 4;
+        r.byWidget[widget] = k;
+        Entry& e = r.byHandle[k];
+        e.widget = widget;
+        e.thread = widget->thread();
+    }
+    // No context object: the slot runs on the destroying thread, while the widget
+    // is still being torn down, so the handle dies before the memory does.
+    QObject::connect(widget, &QObject::destroyed, [k] { onDestroyed(k); });
+    if (!ZelGetWindowBackend())
+        ZelInstallQtWindowBackend();
+    return handle(k);
+}
+
+QWidget* ZelWidgetFromHwnd(HWND hWnd) { return hWnd ? liveWidget(key(hWnd)) : nullptr; }
+
+int ZelAddMessageHandler(QWidget* widget, ZelMessageHandler handler)
+{
+    if (!widget || !handler)
+        return 0;
+    std::uintptr_t k = key(ZelHwndFromWidget(widget));
+    Registry& r = registry();
+    std::lock_guard lock(r.m);
+    auto it = r.byHandle.find(k);
+    if (it == r.byHandle.end())
+        return 0;
+    int cookie = r.nextCookie++;
+    it->second.handlers.emplace_back(cookie, std::move(handler));
+    return cookie;
+}
+
+void ZelRemoveMessageHandler(QWidget* widget, int cookie)
+{
+    Registry& r = registry();
+    std::lock_guard lock(r.m);
+    auto w = r.byWidget.find(widget);
+    if (w == r.byWidget.end())
+        return;
+    auto& handlers = r.byHandle[w->second].handlers;
+    std::erase_if(handlers, [cookie](const auto& h) { return h.first == cookie; });
+}
