@@ -3,6 +3,7 @@
 #include <Zel260/platform/CAtlException.h>
 #include <Zel260/platform/COleDateTime.h>
 #include <Zel260/time/CZelTimeHelper.h>
+#include <Zel260/services/CZelProfileEntries.h>
 #include <Zel260/time/CZelTimeSpanHelper.h>
 
 #include "TimeFields.h"
@@ -17,9 +18,9 @@
 
 namespace {
 
-const char TimeSection[] = "CZelTime";
-const char TimeEntryFormatNumber[] = "Time Format (###)";
-const char TimeEntryFormatString[] = "Time Format (str)";
+const char* TimeSection() { return CZelProfileEntries::TimeSection(); }
+const char* TimeEntryFormatNumber() { return CZelProfileEntries::TimeEntryFormatNumber(); }
+const char* TimeEntryFormatString() { return CZelProfileEntries::TimeEntryFormatString(); }
 
 // The 32 templates in the order of the format choice, and the slot behind them that
 // a stored index of 32 reaches: empty, so the format counts as not loaded.
@@ -84,6 +85,8 @@ bool tolerantEqual(double a, double b)
 
 } // namespace
 
+IMPLEMENT_DYNAMIC(CZelTime, CObject)
+
 // ---- Construction ----------------------------------------------------------------
 
 CZelTime::CZelTime() : CTime(CTime::GetCurrentTime()), m_fracSecond(0.0), m_timezone(SystemTimezone(0))
@@ -92,7 +95,7 @@ CZelTime::CZelTime() : CTime(CTime::GetCurrentTime()), m_fracSecond(0.0), m_time
 }
 
 CZelTime::CZelTime(const CZelTime& other)
-    : CTime(other), m_fracSecond(other.m_fracSecond), m_timezone(other.m_timezone)
+    : CObject(other), CTime(other), m_fracSecond(other.m_fracSecond), m_timezone(other.m_timezone)
 {
     ensureFormatLoaded();
 }
@@ -517,7 +520,7 @@ const char* CZelTime::TimeFormatTemplate(unsigned int index) { return index < 32
 
 void CZelTime::LoadCurrentTimeFormat()
 {
-    unsigned int index = zeltime::ReadProfileInt(TimeSection, TimeEntryFormatNumber, -1);
+    unsigned int index = zeltime::ReadProfileInt(TimeSection(), TimeEntryFormatNumber(), -1);
     if (index == static_cast<unsigned int>(-1))
         index = 0;
     if (index > 32)
@@ -532,8 +535,8 @@ void CZelTime::StoreCurrentTimeFormat(unsigned int index)
         index = 0;
     currentFormat().index = index;
     currentFormat().text = TimeFormats[index];
-    zeltime::WriteProfileInt(TimeSection, TimeEntryFormatNumber, static_cast<int>(index));
-    zeltime::WriteProfileString(TimeSection, TimeEntryFormatString, TimeFormats[index]);
+    zeltime::WriteProfileInt(TimeSection(), TimeEntryFormatNumber(), static_cast<int>(index));
+    zeltime::WriteProfileString(TimeSection(), TimeEntryFormatString(), TimeFormats[index]);
 }
 
 const CString& CZelTime::CurrentTimeFormatText()
@@ -569,10 +572,10 @@ void CZelTime::DefaultSettings(eTimeFormat index)
 {
     if (index >= eTimeFormatCount)
         return;
-    unsigned int used = zeltime::ReadProfileInt(TimeSection, TimeEntryFormatNumber, -1);
+    unsigned int used = zeltime::ReadProfileInt(TimeSection(), TimeEntryFormatNumber(), -1);
     if (used >= 32) {
-        zeltime::WriteProfileInt(TimeSection, TimeEntryFormatNumber, static_cast<int>(index));
-        zeltime::WriteProfileString(TimeSection, TimeEntryFormatString, TimeFormats[index]);
+        zeltime::WriteProfileInt(TimeSection(), TimeEntryFormatNumber(), static_cast<int>(index));
+        zeltime::WriteProfileString(TimeSection(), TimeEntryFormatString(), TimeFormats[index]);
         used = index;
     }
     currentFormat().index = used;

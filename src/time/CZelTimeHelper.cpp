@@ -2,6 +2,7 @@
 
 #include <Zel260/platform/CAtlException.h>
 #include <Zel260/resources/ZelTimeResourceIds.h>
+#include <Zel260/services/CZelProfileEntries.h>
 #include <Zel260/time/CZelTimeSpan.h>
 #include <Zel260/time/CZelTimeSpanHelper.h>
 
@@ -23,8 +24,8 @@ using zeltime::FieldsOf;
 
 namespace {
 
-const char LeapSecondsSection[] = "LeapSeconds";
-const char LeapSecondsEntry[] = "KnownLeapSeconds";
+const char* LeapSecondsSection() { return CZelProfileEntries::LeapSecondsSection(); }
+const char* LeapSecondsEntry() { return CZelProfileEntries::LeapSecondsEntry(); }
 
 // The MJD of clock fields; the division by 24 comes first in each term so that the
 // sums come out bit for bit as they always have.
@@ -75,7 +76,7 @@ void loadLeapSecondTable(std::map<double, double>& table)
     table.clear();
     for (const auto& row : BuiltInLeapSeconds)
         table.emplace(row.mjd, row.count / 86400.0);
-    const CString stored = zeltime::ReadProfileString(LeapSecondsSection, LeapSecondsEntry, "");
+    const CString stored = zeltime::ReadProfileString(LeapSecondsSection(), LeapSecondsEntry(), "");
     if (stored.IsEmpty())
         return;
     // Decoded in place in a copy of the text, as the stored rows always were.
@@ -112,7 +113,7 @@ void saveLeapSecondTable(const std::map<double, double>& table)
         put(value);
     }
     const CString text = zeltime::EncodeBase64(bytes.data(), static_cast<unsigned long>(bytes.size()));
-    zeltime::WriteProfileString(LeapSecondsSection, LeapSecondsEntry, text);
+    zeltime::WriteProfileString(LeapSecondsSection(), LeapSecondsEntry(), text);
 }
 
 std::map<double, double>& loadedTable()
@@ -211,8 +212,8 @@ CString oleStatusText(const COleDateTime& t)
 {
     if (t.GetStatus() == COleDateTime::null)
         return CString();
-    const char* text = zeltime::LibraryString(IDS_ZEL_TIME_INVALID_DATETIME);
-    return CString(text ? text : "Invalid DateTime");
+    const CString text = zeltime::LibraryString(IDS_ZEL_TIME_INVALID_DATETIME);
+    return text.IsEmpty() ? CString("Invalid DateTime") : text;
 }
 
 int cmp3(long a1, long a2, long a3, long b1, long b2, long b3)
@@ -287,6 +288,8 @@ std::map<double, double>& LeapSecondTable()
 void ResetLeapSecondTable() { LeapSecondTable().clear(); }
 
 } // namespace zeltime
+
+IMPLEMENT_DYNAMIC(CZelTimeHelper, CObject)
 
 // ---- MJD -------------------------------------------------------------------------
 

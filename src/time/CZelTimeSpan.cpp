@@ -23,8 +23,10 @@ CTimeSpan spanOfDays(double days, double& frac)
 
 } // namespace
 
+IMPLEMENT_DYNAMIC(CZelTimeSpan, CObject)
+
 CZelTimeSpan::CZelTimeSpan() : CTimeSpan(), m_fracSecond(0.0) {}
-CZelTimeSpan::CZelTimeSpan(const CZelTimeSpan& other) : CTimeSpan(other), m_fracSecond(other.m_fracSecond) {}
+CZelTimeSpan::CZelTimeSpan(const CZelTimeSpan& other) : CObject(other), CTimeSpan(other), m_fracSecond(other.m_fracSecond) {}
 CZelTimeSpan::CZelTimeSpan(const CTimeSpan& span) : CTimeSpan(span), m_fracSecond(0.0) {}
 CZelTimeSpan::CZelTimeSpan(std::int64_t seconds) : CTimeSpan(seconds), m_fracSecond(0.0) {}
 CZelTimeSpan::CZelTimeSpan(long days, int hours, int minutes, int seconds)

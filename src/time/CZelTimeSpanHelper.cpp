@@ -84,6 +84,8 @@ CString fillAll(CString text, Value bits)
 
 } // namespace
 
+IMPLEMENT_DYNAMIC(CZelTimeSpanHelper, CObject)
+
 double CZelTimeSpanHelper::GetMjd(const CZelTimeSpan& span)
 {
     return static_cast<double>(span.GetTimeSpan()) / 86400.0 + span.m_fracSecond / 86400.0;

@@ -16,8 +16,8 @@ CString EncodeBase64(const unsigned char* data, unsigned long size);
 // Decodes the zero-terminated text in `buffer` in place; returns the byte count.
 unsigned long DecodeBase64InPlace(std::vector<unsigned char>& buffer);
 
-// A text of the library's string table, or null.
-const char* LibraryString(unsigned int id);
+// A text of the library's string table; empty when it has none.
+CString LibraryString(unsigned int id);
 
 // Loads the text `id` from `module`, with the resource handle switched for the call.
 bool LoadStringFrom(HINSTANCE module, unsigned int id, CString& text);

@@ -4,9 +4,12 @@
 
 #include <Zel260/time/CZelTime.h>
 
+#include <Zel260/services/ZelProfilePath.h>
+
 #include "time/LeapSecondTable.h"
 #include "time/TimeProfile.h"
 
+#include <TestSupport.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -20,17 +23,19 @@ inline std::string Zone()
     return tz ? tz : "";
 }
 
-// Forgets the stored settings and the loaded table, as in a fresh process with an
-// empty profile.
+// Each test gets a settings file of its own and forgets the loaded table, as a
+// fresh process with an empty profile would; the current format is index 17.
 class TimeTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        zeltime::WriteProfileString("LeapSeconds", "KnownLeapSeconds", "");
-        zeltime::WriteProfileString("CZelTime", "Time Format (###)", "");
+        ZelSetProfilePath(m_dir.file("Zel260.INI").c_str());
         zeltime::ResetLeapSecondTable();
         CZelTime::StoreCurrentTimeFormat(17); // "%d.%m.%Y %H:%M:%S"
     }
+    void TearDown() override { ZelSetProfilePath(""); }
+
+    zeltest::TempDir m_dir;
 };
 
 } // namespace zeltimetest

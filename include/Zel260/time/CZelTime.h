@@ -7,13 +7,16 @@
 // operations for CZelTime, CTime and COleDateTime alike.
 #pragma once
 
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/platform/CTime.h>
 #include <Zel260/platform/Win32Types.h>
 
 class CWnd;
 
-class CZelTime : public CTime {
+class CZelTime : public CObject, public CTime {
+    DECLARE_DYNAMIC(CZelTime)
+
 public:
     // Index of one of the 32 strftime templates; also the value stored in the
     // profile. 0..31 are the table, anything else means "the current format".

@@ -5,6 +5,7 @@
 
 #include <Zel260/platform/COleDateTime.h>
 #include <Zel260/platform/COleDateTimeSpan.h>
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/platform/CTime.h>
 #include <Zel260/platform/CTimeSpan.h>
@@ -12,7 +13,9 @@
 
 class CZelTimeSpan;
 
-class CZelTimeHelper {
+class CZelTimeHelper : public CObject {
+    DECLARE_DYNAMIC(CZelTimeHelper)
+
 public:
     // What Round rounds to. Bit 128 may be added: Round ignores it, Format cuts the
     // text at the rounded unit. Any other value rounds nothing.

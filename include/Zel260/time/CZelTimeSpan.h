@@ -3,11 +3,14 @@
 // pair of weeks and seconds, without an epoch.
 #pragma once
 
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/platform/CTimeSpan.h>
 #include <Zel260/platform/Win32Types.h>
 
-class CZelTimeSpan : public CTimeSpan {
+class CZelTimeSpan : public CObject, public CTimeSpan {
+    DECLARE_DYNAMIC(CZelTimeSpan)
+
 public:
     CZelTimeSpan();
     CZelTimeSpan(const CZelTimeSpan& other);

@@ -4,11 +4,14 @@
 #pragma once
 
 #include <Zel260/platform/COleDateTimeSpan.h>
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/CString.h>
 #include <Zel260/platform/CTimeSpan.h>
 #include <Zel260/time/CZelTimeSpan.h>
 
-class CZelTimeSpanHelper {
+class CZelTimeSpanHelper : public CObject {
+    DECLARE_DYNAMIC(CZelTimeSpanHelper)
+
 public:
     // As CZelTimeHelper::eRoundFlag, but bit 128 has no meaning here: a flag with it
     // rounds nothing.
