@@ -221,7 +221,10 @@ double CZelTime::Mjd(int year, int month, int day, int hour, int minute, double 
 double CZelTime::Mjd(int year, int month, int day, int hour, int minute, double second, unsigned long& dayNumber,
                      double& dayFraction)
 {
-    dayFraction = hour / 24.0 + (minute / 24.0) / 60.0 + (second / 24.0) / 3600.0;
+    // Midnight needs none of the divisions, and gives the same +0.0 they would.
+    dayFraction = hour == 0 && minute == 0 && second == 0.0
+                      ? 0.0
+                      : hour / 24.0 + (minute / 24.0) / 60.0 + (second / 24.0) / 3600.0;
     long long y = year;
     long long m = month;
     if (m < 3) {

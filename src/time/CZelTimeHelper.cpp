@@ -314,22 +314,7 @@ double CZelTimeHelper::GetMjd(const COleDateTime& time)
 void CZelTimeHelper::Mjd2Ymd(const double& mjd, long& year, long& month, long& day, long& hour, long& minute,
                              long& second, double& fracSecond)
 {
-    double whole;
-    const double frac = zeltime::FastModf(mjd, &whole);
-    const double j = mjd + 1.0 - frac + 2400000.0;
-    const double a = zeltime::FastTrunc((j - 1867216.25) / 36524.25);
-    const double b = j - 1720995.0 + 1.0 + a - zeltime::FastTrunc(a / 4);
-    const double c = zeltime::FastTrunc((b - 122.1) / 365.25);
-    const double d = b - zeltime::FastFloor(365.25 * c);
-    const double e = zeltime::FastTrunc(d / 30.6001);
-    const double dayValue = d - zeltime::FastTrunc(30.6001 * e) + frac;
-    year = zeltime::ClampToLong(c);
-    month = zeltime::ClampToLong(e) - 1;
-    if (month > 12)
-        month = zeltime::ClampToLong(e) - 13;
-    if (month < 3)
-        year += 1;
-    zeltime::SplitDays(dayValue, day, hour, minute, second, fracSecond);
+    zeltime::Mjd2YmdSplit(mjd, year, month, day, hour, minute, second, fracSecond);
 }
 
 void CZelTimeHelper::SetMjd(double mjd, CZelTime& time)

@@ -102,4 +102,59 @@ inline void SplitDays(double days, long& day, long& hour, long& minute, long& se
     second = rest % 60;
 }
 
+// The calendar date of an MJD, step by step in double as the formula stands.
+inline void Mjd2YmdDouble(double mjd, long& year, long& month, long& day, long& hour, long& minute, long& second,
+                          double& fracSecond)
+{
+    double whole;
+    const double frac = FastModf(mjd, &whole);
+    const double j = mjd + 1.0 - frac + 2400000.0;
+    const double a = FastTrunc((j - 1867216.25) / 36524.25);
+    const double b = j - 1720995.0 + 1.0 + a - FastTrunc(a / 4);
+    const double c = FastTrunc((b - 122.1) / 365.25);
+    const double d = b - FastFloor(365.25 * c);
+    const double e = FastTrunc(d / 30.6001);
+    const double dayValue = d - FastTrunc(30.6001 * e) + frac;
+    year = ClampToLong(c);
+    month = ClampToLong(e) - 1;
+    if (month > 12)
+        month = ClampToLong(e) - 13;
+    if (month < 3)
+        year += 1;
+    SplitDays(dayValue, day, hour, minute, second, fracSecond);
+}
+
+// The same with the quotients of whole numbers taken in integers, which is what
+// the double steps compute exactly while the day number stays far below 2^40:
+// (j - 1867216.25) / 36524.25 is (4j - 7468865) / 146097, (b - 122.1) / 365.25
+// is (20b - 2442) / 7305 and d / 30.6001 is 10000d / 306001, none of them close
+// enough to a whole number for rounding to cross it. Anything else goes the
+// double way.
+inline void Mjd2YmdSplit(double mjd, long& year, long& month, long& day, long& hour, long& minute, long& second,
+                         double& fracSecond)
+{
+    double whole;
+    const double frac = FastModf(mjd, &whole);
+    const double j = mjd + 1.0 - frac + 2400000.0;
+    if (!(std::fabs(mjd) < 1e8) || j != FastTrunc(j)) {
+        Mjd2YmdDouble(mjd, year, month, day, hour, minute, second, fracSecond);
+        return;
+    }
+    const long long jj = static_cast<long long>(j);
+    const long long a = (4 * jj - 7468865) / 146097;
+    const long long b = jj - 1720995 + 1 + a - a / 4;
+    const long long c = (20 * b - 2442) / 7305;
+    const long long q = 1461 * c;
+    const long long d = b - (q >= 0 ? q / 4 : -((-q + 3) / 4));
+    const long long e = 10000 * d / 306001;
+    const double dayValue = static_cast<double>(d) - FastTrunc(30.6001 * static_cast<double>(e)) + frac;
+    year = static_cast<long>(c);
+    month = static_cast<long>(e) - 1;
+    if (month > 12)
+        month = static_cast<long>(e) - 13;
+    if (month < 3)
+        year += 1;
+    SplitDays(dayValue, day, hour, minute, second, fracSecond);
+}
+
 } // namespace zeltime
