@@ -1,43 +1,29 @@
 // Time conversions against their peers: the calendar to MJD and back against ERFA
-// (eraCal2jd / eraJd2cal, loaded at run time from liberfa), and CZelTime::Format
-// against a bare localtime_r + strftime of the same time.
+// (eraCal2jd / eraJd2cal, when liberfa is installed), and CZelTime::Format against a
+// bare localtime_r + strftime of the same time.
 #include <Zel260/platform/COleDateTime.h>
 #include <Zel260/time/CZelTime.h>
 #include <Zel260/time/CZelTimeHelper.h>
 
 #include <benchmark/benchmark.h>
 
-#include <dlfcn.h>
+#if ZEL260_BENCH_ERFA
+#include <erfa.h>
+#endif
 
 #include <ctime>
 #include <vector>
 
 namespace {
 
-using Cal2jd = int (*)(int, int, int, double*, double*);
-using Jd2cal = int (*)(double, double, int*, int*, int*, double*);
-
-struct Erfa {
-    Cal2jd cal2jd = nullptr;
-    Jd2cal jd2cal = nullptr;
-    Erfa()
-    {
-        void* lib = dlopen("liberfa.so.1", RTLD_NOW);
-        if (!lib)
-            lib = dlopen("liberfa.so", RTLD_NOW);
-        if (lib) {
-            cal2jd = reinterpret_cast<Cal2jd>(dlsym(lib, "eraCal2jd"));
-            jd2cal = reinterpret_cast<Jd2cal>(dlsym(lib, "eraJd2cal"));
-        }
-    }
-    bool ok() const { return cal2jd && jd2cal; }
-};
-
-const Erfa& erfa()
-{
-    static const Erfa e;
-    return e;
-}
+#if ZEL260_BENCH_ERFA
+constexpr bool HaveErfa = true;
+#else
+constexpr bool HaveErfa = false;
+// Stand-ins so that the program builds without ERFA; the peers then skip.
+int eraCal2jd(int, int, int, double*, double*) { return -1; }
+int eraJd2cal(double, double, int*, int*, int*, double*) { return -1; }
+#endif
 
 struct Date {
     int y, m, d;
@@ -92,7 +78,7 @@ BENCHMARK(BM_StaticMjd);
 
 void BM_Peer_eraCal2jd(benchmark::State& state)
 {
-    if (!erfa().ok()) {
+    if (!HaveErfa) {
         state.SkipWithError("liberfa not found");
         return;
     }
@@ -100,7 +86,7 @@ void BM_Peer_eraCal2jd(benchmark::State& state)
     for (auto _ : state)
         for (const auto& d : v) {
             double djm0, djm;
-            benchmark::DoNotOptimize(erfa().cal2jd(d.y, d.m, d.d, &djm0, &djm));
+            benchmark::DoNotOptimize(eraCal2jd(d.y, d.m, d.d, &djm0, &djm));
             benchmark::DoNotOptimize(djm);
         }
     state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
@@ -123,7 +109,7 @@ BENCHMARK(BM_Mjd2Ymd);
 
 void BM_Peer_eraJd2cal(benchmark::State& state)
 {
-    if (!erfa().ok()) {
+    if (!HaveErfa) {
         state.SkipWithError("liberfa not found");
         return;
     }
@@ -132,12 +118,45 @@ void BM_Peer_eraJd2cal(benchmark::State& state)
         for (long i = 0; i < n; ++i) {
             int y, m, d;
             double f;
-            benchmark::DoNotOptimize(erfa().jd2cal(2400000.5, 40588.0 + i, &y, &m, &d, &f));
+            benchmark::DoNotOptimize(eraJd2cal(2400000.5, 40588.0 + i, &y, &m, &d, &f));
             benchmark::DoNotOptimize(d);
         }
     state.SetItemsProcessed(state.iterations() * n);
 }
 BENCHMARK(BM_Peer_eraJd2cal);
+
+// The same with a time of day, where the clock has to be split too.
+void BM_Mjd2Ymd_WithTime(benchmark::State& state)
+{
+    const long n = 62154 - 40588 + 1;
+    for (auto _ : state)
+        for (long i = 0; i < n; ++i) {
+            long y, mo, d, h, mi, s;
+            double f;
+            CZelTimeHelper::Mjd2Ymd(40588.0 + i + 0.5734, y, mo, d, h, mi, s, f);
+            benchmark::DoNotOptimize(s);
+        }
+    state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_Mjd2Ymd_WithTime);
+
+void BM_Peer_eraJd2cal_WithTime(benchmark::State& state)
+{
+    if (!HaveErfa) {
+        state.SkipWithError("liberfa not found");
+        return;
+    }
+    const long n = 62154 - 40588 + 1;
+    for (auto _ : state)
+        for (long i = 0; i < n; ++i) {
+            int y, m, d;
+            double f;
+            benchmark::DoNotOptimize(eraJd2cal(2400000.5, 40588.0 + i + 0.5734, &y, &m, &d, &f));
+            benchmark::DoNotOptimize(f);
+        }
+    state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_Peer_eraJd2cal_WithTime);
 
 void BM_CZelTimeFormat(benchmark::State& state)
 {

@@ -147,14 +147,21 @@ inline void Mjd2YmdSplit(double mjd, long& year, long& month, long& day, long& h
     const long long q = 1461 * c;
     const long long d = b - (q >= 0 ? q / 4 : -((-q + 3) / 4));
     const long long e = 10000 * d / 306001;
-    const double dayValue = static_cast<double>(d) - FastTrunc(30.6001 * static_cast<double>(e)) + frac;
+    const double dayOfMonth = static_cast<double>(d) - FastTrunc(30.6001 * static_cast<double>(e));
     year = static_cast<long>(c);
     month = static_cast<long>(e) - 1;
     if (month > 12)
         month = static_cast<long>(e) - 13;
     if (month < 3)
         year += 1;
-    SplitDays(dayValue, day, hour, minute, second, fracSecond);
+    if (frac == 0.0 && dayOfMonth > 0.0) {
+        // A whole day: the split of the clock would give zeros all through.
+        day = static_cast<long>(dayOfMonth);
+        hour = minute = second = 0;
+        fracSecond = 0.0;
+        return;
+    }
+    SplitDays(dayOfMonth + frac, day, hour, minute, second, fracSecond);
 }
 
 } // namespace zeltime
