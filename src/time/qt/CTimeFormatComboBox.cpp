@@ -4,7 +4,7 @@
 #include <Zel260/platform/CWnd.h>
 #include <Zel260/platform/WindowMessages.h>
 
-CZelTime::CTimeFormatComboBox::CTimeFormatComboBox(QWidget* parent) : QComboBox(parent)
+CZelTime::CTimeFormatComboBox::CTimeFormatComboBox(QWidget* parent) : CZelComboBox(parent)
 {
     UINT style = 0;
     PreCreateWindow(style);
@@ -23,7 +23,7 @@ BOOL CZelTime::CTimeFormatComboBox::PreCreateWindow(UINT& style)
 
 unsigned int CZelTime::GetCurrentSelection(const CTimeFormatComboBox& combo) const
 {
-    const int selection = combo.currentIndex();
+    const int selection = combo.GetCurSel();
     return selection >= 0 && selection <= 31 ? static_cast<unsigned int>(selection) : 0u;
 }
 
@@ -31,9 +31,9 @@ void CZelTime::InitializeTimeFormatComboBox(CTimeFormatComboBox& combo) const
 {
     const CZelTime now;
     for (unsigned int i = 0; i < eTimeFormatCount; ++i)
-        combo.addItem(QString::fromUtf8(now.Format(TimeFormatTemplate(i), 0).GetString()));
+        combo.AddString(now.Format(TimeFormatTemplate(i), 0));
     LoadCurrentTimeFormat();
-    combo.setCurrentIndex(static_cast<int>(CurrentTimeFormatIndex()));
+    combo.SetCurSel(static_cast<int>(CurrentTimeFormatIndex()));
 }
 
 void CZelTime::SaveCurrentSelection(const CTimeFormatComboBox& combo, CWnd* notify) const

@@ -7,9 +7,9 @@
 
 #include <Zel260/time/CZelTime.h>
 
-#include <QComboBox>
+#include <Zel260/controls/qt/CZelComboBox.h>
 
-class CZelTime::CTimeFormatComboBox : public QComboBox {
+class CZelTime::CTimeFormatComboBox : public CZelComboBox {
 public:
     explicit CTimeFormatComboBox(QWidget* parent = nullptr);
 
