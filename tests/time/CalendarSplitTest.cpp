@@ -20,11 +20,13 @@ bool sameSplit(double mjd)
 
 TEST(CalendarSplit, IntegerRouteEqualsTheFormulaEverywhere)
 {
-    // Every day from before year 100 to past 9999, at midnight and at odd times of
-    // day, and a stretch of large and negative values.
+    // Every day from before year 100 to past 9999 at midnight, every seventh at odd
+    // times of day, and a spread of large and negative values.
     int mismatches = 0;
     for (long day = -800000; day <= 3100000 && mismatches < 5; ++day) {
         for (double f : {0.0, 0.25, 0.999988425925926, -0.5}) {
+            if (f != 0.0 && day % 7 != 0)
+                continue;
             if (!sameSplit(static_cast<double>(day) + f)) {
                 ++mismatches;
                 ADD_FAILURE() << "MJD " << day << " + " << f;
