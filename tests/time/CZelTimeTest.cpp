@@ -4,6 +4,7 @@
 #include <Zel260/time/CZelTimeHelper.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
@@ -392,4 +393,28 @@ TEST_F(TimeTest, ConstructorsFailAsThePlatformDoes)
     assigned = CTime(5000);
     EXPECT_EQ(assigned.GetFracSecond(), 0.0);
     EXPECT_EQ(assigned.Timezone(), 4.0);
+}
+
+TEST(SystemZone, TheFirstReadWithDaylightAddsNone)
+{
+    // Needs a process in which nothing has read the zone yet: a fresh child. Sydney
+    // keeps daylight saving time in the southern summer, so either half of the year
+    // shows the difference there or in the check of the second call.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            setenv("TZ", "Australia/Sydney", 1);
+            tzset();
+            const double daylightBefore = CZelTime::SystemDaylight();
+            const double first = CZelTime::SystemTimezone(1);
+            const double second = CZelTime::SystemTimezone(1);
+            const time_t now = ::time(nullptr);
+            struct tm tm;
+            localtime_r(&now, &tm);
+            const double dst = tm.tm_isdst > 0 ? 1.0 : 0.0;
+            const bool ok = daylightBefore == 0.0 && first == 10.0 && second == 10.0 + dst &&
+                            CZelTime::SystemDaylight() == dst && CZelTime::SystemTimezone(0) == 10.0;
+            std::exit(ok ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
