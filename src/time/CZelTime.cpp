@@ -250,7 +250,8 @@ struct StampFields {
 
 StampFields splitStamp(double stamp)
 {
-    auto toInt = [](double v) { return static_cast<int>(std::clamp(v, -2147483648.0, 2147483647.0)); };
+    // Far beyond any calendar, but room left for the century to be added.
+    auto toInt = [](double v) { return std::isnan(v) ? 0 : static_cast<int>(std::clamp(v, -1e9, 1e9)); };
     StampFields f;
     f.year = toInt(std::floor(stamp / 10000));
     f.month = toInt(std::floor(std::fmod(stamp, 10000) / 100));
@@ -487,6 +488,7 @@ double CZelTime::ScanTime(CString& text, CString& format)
         text = CString(p);
     }
 
+    year = std::clamp<long>(year, -1000000000L, 1000000000L);
     if (shortYear)
         year += year < 71 ? 2000 : 1900;
     if (std::strcmp(marker, "PM") == 0 && hour < 12)

@@ -93,8 +93,9 @@ inline void SplitDays(double days, long& day, long& hour, long& minute, long& se
     day = ClampToLong(whole);
     double s;
     fracSecond = FastModf(f * 86400.0, &s);
-    // |s| < 86400: 32-bit division is exact here and much cheaper than 64-bit.
-    const int t = static_cast<int>(s);
+    // |s| < 86400: 32-bit division is exact here and much cheaper than 64-bit. A
+    // count of days that is no number gives no clock.
+    const int t = std::isnan(s) ? 0 : static_cast<int>(s);
     const int h = t / 3600;
     const int rest = t - h * 3600;
     hour = h;

@@ -2,8 +2,10 @@
 
 #include <Zel260/platform/CAtlException.h>
 #include <Zel260/time/CZelTimeHelper.h>
+#include <Zel260/time/CZelTimeSpan.h>
 
 #include <cmath>
+#include <limits>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -417,4 +419,40 @@ TEST(SystemZone, TheFirstReadWithDaylightAddsNone)
             std::exit(ok ? 0 : 1);
         },
         ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(TimeTest, HostileNumbersStayDefined)
+{
+    const double inf = std::numeric_limits<double>::infinity();
+    for (double v : {std::nan(""), inf, -inf, 1e300, -1e300, 4.5e15, -4.5e15}) {
+        SCOPED_TRACE(v);
+        long y, mo, d, h, mi, s;
+        double frac;
+        H::Mjd2Ymd(v, y, mo, d, h, mi, s, frac);
+        CZelTime t(2007, 3, 2, 13, 45, 10, -1);
+        t.Mjd(v);
+        t.MjdUTC(v);
+        EXPECT_EQ(t.GetYear(), 2007);
+        t.SetGpsTime(2147483647, v);
+        t.SetCduFilestamp(v);
+        EXPECT_EQ(t.GetYear(), 2007);
+        CZelTime::CduFilestamp(v);
+        CZelTimeSpan span(v);
+        span.Round(3);
+        span.Format("%D %H:%M:%S", 0);
+        int week;
+        double seconds;
+        span.GetGpsTimeSpan(week, seconds);
+        COleDateTime ole(v);
+        H::Format(ole, "%Y", H::eRoundMinute);
+        H::AddLeapSeconds(v, 20);
+    }
+    // Spans and times at the ends of their counts wrap instead of overflowing.
+    CZelTime late(std::int64_t(INT64_MAX));
+    late.Round(3);
+    H::AddTimeSpan(late, CZelTimeSpan(std::int64_t(INT64_MIN)));
+    EXPECT_EQ(late.Format("%Y", 0), "");
+    CString text = "99999999999999999999/99999999999999999999/99999999999999999999";
+    CString format = "%d/%m/%y";
+    EXPECT_THROW(CZelTime().ScanTime(text, format), CAtlException);
 }

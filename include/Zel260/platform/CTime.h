@@ -55,11 +55,12 @@ public:
     CString Format(const char* format) const;
     CString FormatGmt(const char* format) const;
 
-    CTimeSpan operator-(CTime other) const noexcept { return CTimeSpan(m_time - other.m_time); }
-    CTime operator+(CTimeSpan span) const noexcept { return CTime(m_time + span.GetTimeSpan()); }
-    CTime operator-(CTimeSpan span) const noexcept { return CTime(m_time - span.GetTimeSpan()); }
-    CTime& operator+=(CTimeSpan span) noexcept { m_time += span.GetTimeSpan(); return *this; }
-    CTime& operator-=(CTimeSpan span) noexcept { m_time -= span.GetTimeSpan(); return *this; }
+    // Arithmetic wraps around in 64 bits instead of overflowing.
+    CTimeSpan operator-(CTime other) const noexcept { return CTimeSpan(CTimeSpan::WrapSub(m_time, other.m_time)); }
+    CTime operator+(CTimeSpan span) const noexcept { return CTime(CTimeSpan::WrapAdd(m_time, span.GetTimeSpan())); }
+    CTime operator-(CTimeSpan span) const noexcept { return CTime(CTimeSpan::WrapSub(m_time, span.GetTimeSpan())); }
+    CTime& operator+=(CTimeSpan span) noexcept { m_time = CTimeSpan::WrapAdd(m_time, span.GetTimeSpan()); return *this; }
+    CTime& operator-=(CTimeSpan span) noexcept { m_time = CTimeSpan::WrapSub(m_time, span.GetTimeSpan()); return *this; }
     bool operator==(CTime other) const noexcept { return m_time == other.m_time; }
     bool operator!=(CTime other) const noexcept { return m_time != other.m_time; }
     bool operator<(CTime other) const noexcept { return m_time < other.m_time; }

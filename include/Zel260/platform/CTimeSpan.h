@@ -29,10 +29,20 @@ public:
     // CAtlException(E_INVALIDARG).
     CString Format(const char* format) const;
 
-    CTimeSpan operator+(CTimeSpan other) const noexcept { return CTimeSpan(m_span + other.m_span); }
-    CTimeSpan operator-(CTimeSpan other) const noexcept { return CTimeSpan(m_span - other.m_span); }
-    CTimeSpan& operator+=(CTimeSpan other) noexcept { m_span += other.m_span; return *this; }
-    CTimeSpan& operator-=(CTimeSpan other) noexcept { m_span -= other.m_span; return *this; }
+    // Sums and differences wrap around in 64 bits instead of overflowing.
+    CTimeSpan operator+(CTimeSpan other) const noexcept { return CTimeSpan(WrapAdd(m_span, other.m_span)); }
+    CTimeSpan operator-(CTimeSpan other) const noexcept { return CTimeSpan(WrapSub(m_span, other.m_span)); }
+    CTimeSpan& operator+=(CTimeSpan other) noexcept { m_span = WrapAdd(m_span, other.m_span); return *this; }
+    CTimeSpan& operator-=(CTimeSpan other) noexcept { m_span = WrapSub(m_span, other.m_span); return *this; }
+
+    static constexpr __time64_t WrapAdd(__time64_t a, __time64_t b) noexcept
+    {
+        return static_cast<__time64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+    }
+    static constexpr __time64_t WrapSub(__time64_t a, __time64_t b) noexcept
+    {
+        return static_cast<__time64_t>(static_cast<std::uint64_t>(a) - static_cast<std::uint64_t>(b));
+    }
     bool operator==(CTimeSpan other) const noexcept { return m_span == other.m_span; }
     bool operator!=(CTimeSpan other) const noexcept { return m_span != other.m_span; }
     bool operator<(CTimeSpan other) const noexcept { return m_span < other.m_span; }
