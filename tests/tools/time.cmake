@@ -1,7 +1,6 @@
 # zelconv time and leapseconds. Every case runs in a fixed zone and with a settings
 # file of its own, so that neither the machine's zone nor the user's settings
-# change the output. A failing case checks only the exit code: the harness inverts
-# its whole verdict for FAIL, the text match included.
+# change the output.
 set(_time_profile_dir ${CMAKE_CURRENT_BINARY_DIR}/zelconv-time)
 file(MAKE_DIRECTORY ${_time_profile_dir})
 
