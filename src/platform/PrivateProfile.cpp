@@ -44,8 +44,14 @@ bool sameName(std::string_view a, std::string_view b)
 std::string configFolder()
 {
     const char* xdg = std::getenv("XDG_CONFIG_HOME");
-    if (xdg && xdg[0] == '/')
-        return std::string(xdg);
+    if (xdg && xdg[0] == '/') {
+        // Users often write the folder with a trailing "/"; callers join names with
+        // their own separator and compare folders as text, so it goes.
+        std::string folder(xdg);
+        while (folder.size() > 1 && folder.back() == '/')
+            folder.pop_back();
+        return folder;
+    }
     std::string home;
     if (const char* h = std::getenv("HOME"); h && h[0])
         home = h;
