@@ -166,6 +166,14 @@ TEST_F(Profile, WritesCreateTheConfigFolderButNoOtherFolder)
     EXPECT_FALSE(std::filesystem::exists(m_dir.path() + "/missing"));
 }
 
+TEST_F(Profile, PrefixGoesInFrontOfTheFileNameNotIntoADottedFolder)
+{
+    const std::string config = m_dir.path() + "/cfg.d";
+    setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+    ZelSetProfilePrefix("Survey");
+    EXPECT_EQ(std::string(ZelGetProfilePath()), config + "/Survey.Zel260.INI");
+}
+
 TEST_F(Profile, ConfigFolderGivenWithTrailingSlashIsCreatedOnFirstWrite)
 {
     const std::string config = m_dir.path() + "/cfg/";
