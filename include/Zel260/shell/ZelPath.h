@@ -105,6 +105,6 @@ BOOL ZelFileIsExecutable(CString& name);
 // A path with 8.3 parts, formed from the text alone: each directory component and
 // the name keep their first 8 characters after the invalid ones (mode 2) became
 // "_", the extension its dot and 3 characters; the drive is kept, and so is each
-// separator as written ("C:\\abcdefghijkl\\x" gives "C:\\abcdefgh\\x"). A dot in a
+// separator as written ("C:\abcdefghijkl\x" gives "C:\abcdefgh\x"). A dot in a
 // directory counts as a character. Null or empty gives "".
 CString ZelBuildShortPathname(const char* path);
