@@ -330,8 +330,9 @@ DWORD copyList(const std::vector<std::string_view>& names, char* buffer, DWORD s
     DWORD used = 0;
     for (auto name : names) {
         if (static_cast<size_t>(used) + name.size() + 1 > size - 1u) {
-            // Cut: as much as fits, then two zero bytes.
-            size_t room = (size - 2u) - used;
+            // Cut: as much as fits, then two zero bytes. After an exact fit `used`
+            // already stands on the last byte, and nothing more fits.
+            size_t room = used < size - 2u ? (size - 2u) - used : 0;
             std::memcpy(buffer + used, name.data(), std::min(room, name.size()));
             buffer[size - 2] = 0;
             buffer[size - 1] = 0;
