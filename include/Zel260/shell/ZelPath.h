@@ -41,7 +41,8 @@ CString ZelTempDirectory();
 // folder) and `prefix` (null: "zel") pass on unchanged. Empty on failure.
 CString ZelTempFilename(const char* directory, const char* prefix);
 
-// TRUE when both paths lie on one drive (file system).
+// TRUE when both paths lie on one drive (file system, see Pim32DriveIsEqual); FALSE
+// otherwise and when either is null.
 BOOL ZelDriveIsEqual(const char* path1, const char* path2);
 // FALSE for null or empty; otherwise whether the text is a valid path (see
 // Pim32File.h). `flags` and `pPosition` pass through untouched.
