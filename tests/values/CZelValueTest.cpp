@@ -10,6 +10,7 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <random>
 #include <string>
@@ -280,6 +281,23 @@ TEST_F(Values, PackedDmsAtDefaultPrecisionKeepsTenthsOfSeconds)
     CString text;
     a.GetString(text);
     EXPECT_EQ(text, " 45.30154");
+}
+
+// The 5 added for units 12 and 15 must not overflow a precision near INT_MAX.
+TEST_F(Values, HugePrecisionDoesNotOverflow)
+{
+    CZelUnitSettingsAngle dms(12, nullptr);
+    CZelValueAngle a(&dms);
+    EXPECT_EQ(a.ConvertToStd(10.3015678, 12, INT_MAX, 0), 0);
+    double packed = 0;
+    EXPECT_EQ(a.ConvertStdTo(packed, 15, INT_MAX, 0), 0);
+    EXPECT_EQ(a.ConvertStdTo(packed, 12, INT_MAX, 0), 0);
+    EXPECT_DOUBLE_EQ(packed, 10.3015678);
+    CZelUnitSettingsAngle huge(12, nullptr);
+    huge.Precision(INT_MAX);
+    CString text;
+    EXPECT_EQ(a.ConvertStdTo(text, &huge), 0);
+    EXPECT_EQ(text, "  10\xC2\xB0 30' 15.7\"");
 }
 
 TEST_F(Values, CheckUnitFallsBackToTheStoredUnit)
