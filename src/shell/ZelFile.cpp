@@ -173,12 +173,28 @@ BOOL CopyFile(const char* existing, const char* target, BOOL failIfExists)
         SetLastError(ERROR_ACCESS_DENIED);
         return FALSE;
     }
-    int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists ? O_EXCL : O_TRUNC);
+    // Truncate only once the target is known not to be the source itself (or a link
+    // to it): a copy onto itself would otherwise empty the file.
+    int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists ? O_EXCL : 0);
     int out = open(to.c_str(), flags, st.st_mode & 0777);
     if (out < 0) {
         int err = errno;
         close(in);
         SetLastError(err == EEXIST ? ERROR_FILE_EXISTS : ZelWin32ErrorFromErrno(err));
+        return FALSE;
+    }
+    struct stat written;
+    if (fstat(out, &written) == 0 && written.st_dev == st.st_dev && written.st_ino == st.st_ino) {
+        close(out);
+        close(in);
+        SetLastError(ERROR_SHARING_VIOLATION);
+        return FALSE;
+    }
+    if (ftruncate(out, 0) != 0) {
+        int err = errno;
+        close(out);
+        close(in);
+        ZelSetLastErrorFromErrno(err);
         return FALSE;
     }
     char buf[65536];

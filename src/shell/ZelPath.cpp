@@ -380,7 +380,8 @@ CString ZelBuildShortPathname(const char* path)
         CString part = dir.Mid(start, end - start);
         ZelReplaceInvalidFilenameCharacters(part, '_', 2);
         newDir += part.Left(8);
-        newDir += ZEL_PATH_SEPARATOR;
+        // The separator as written: a Windows text keeps its backslashes.
+        newDir += end < dir.GetLength() ? dir[end] : ZEL_PATH_SEPARATOR;
         start = end + 1;
     }
     return ZelMakePath(drive, newDir, name, ext);

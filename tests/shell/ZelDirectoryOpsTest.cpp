@@ -102,3 +102,19 @@ TEST(ZelDirectoryOps, MoveAcrossFileSystemsCopiesThenRemoves)
     ZelDirectoryRemove(dst.c_str());
     RemoveDirectory(target);
 }
+
+// Copying a directory onto itself copies every file onto itself: that must fail
+// without emptying the files, as it does on Windows.
+TEST(ZelDirectoryOps, CopyOntoItselfKeepsTheData)
+{
+    zeltest::TempDir dir;
+    std::string file = dir.write("src/one", "data");
+    ASSERT_EQ(symlink(file.c_str(), dir.file("link").c_str()), 0);
+    EXPECT_FALSE(CopyFile(file.c_str(), file.c_str(), FALSE));
+    EXPECT_EQ(GetLastError(), ERROR_SHARING_VIOLATION);
+    EXPECT_FALSE(CopyFile(file.c_str(), dir.file("link").c_str(), FALSE));
+    DWORD err = 0;
+    EXPECT_FALSE(ZelDirectoryCopy(dir.file("src").c_str(), (dir.path() + "\\src\\").c_str(), FALSE, &err));
+    EXPECT_EQ(err, ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(zeltest::readFile(file), "data");
+}

@@ -104,11 +104,21 @@ TEST(ZelPath, PathExists)
     EXPECT_FALSE(ZelPathExists(nullptr));
 }
 
-TEST(ZelPath, ShortPathname)
+// Each component keeps the separator that followed it, so a path from Windows
+// shortens exactly as it did there and a Linux path stays a Linux path.
+TEST(ZelPath, ShortPathnameKeepsEachSeparatorAsWritten)
 {
-    EXPECT_EQ(ZelBuildShortPathname("C:\\abcdefghijkl\\my.dir.name\\abcdefghij.text"),
-              "C:/abcdefgh/my.dir.n/abcdefgh.tex");
-    EXPECT_EQ(ZelBuildShortPathname("/home/with blank/a+b.c"), "/home/with_bla/a_b.c");
+    struct Row {
+        const char* path;
+        const char* shortened;
+    } rows[] = {
+        {"C:\\abcdefghijkl\\my.dir.name\\abcdefghij.text", "C:\\abcdefgh\\my.dir.n\\abcdefgh.tex"},
+        {"/home/with blank/a+b.c", "/home/with_bla/a_b.c"},
+        {"\\lead/mixed\\x", "\\lead/mixed\\x"},
+        {"rel\\x.y", "rel\\x.y"},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(ZelBuildShortPathname(r.path), r.shortened) << r.path;
 }
 
 TEST(ZelPath, ExecutablesAndLibraries)

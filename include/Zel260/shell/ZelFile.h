@@ -56,7 +56,9 @@ BOOL ZelDirectoryCreate(const char* name, DWORD* pError = nullptr, CString* pErr
 
 // The platform's file operations with their Win32 failures (last error set).
 // CopyFile copies data and permission bits; with failIfExists an existing target is
-// ERROR_FILE_EXISTS. DeleteFile refuses directories (ERROR_ACCESS_DENIED).
+// ERROR_FILE_EXISTS; a target that is the source itself (or a link to it) is
+// ERROR_SHARING_VIOLATION and stays whole. DeleteFile refuses directories
+// (ERROR_ACCESS_DENIED).
 // RemoveDirectory needs an empty directory (ERROR_DIR_NOT_EMPTY). MoveFile is
 // Pim32FileMove.
 BOOL CopyFile(const char* existing, const char* target, BOOL failIfExists);

@@ -41,7 +41,8 @@ CString ZelTempDirectory();
 // folder) and `prefix` (null: "zel") pass on unchanged. Empty on failure.
 CString ZelTempFilename(const char* directory, const char* prefix);
 
-// TRUE when both paths lie on one drive (file system).
+// TRUE when both paths lie on one drive (file system, see Pim32DriveIsEqual); FALSE
+// otherwise and when either is null.
 BOOL ZelDriveIsEqual(const char* path1, const char* path2);
 // FALSE for null or empty; otherwise whether the text is a valid path (see
 // Pim32File.h). `flags` and `pPosition` pass through untouched.
@@ -104,5 +105,7 @@ BOOL ZelFileIsExecutable(CString& name);
 
 // A path with 8.3 parts, formed from the text alone: each directory component and
 // the name keep their first 8 characters after the invalid ones (mode 2) became
-// "_", the extension its dot and 3 characters; the drive is kept.
+// "_", the extension its dot and 3 characters; the drive is kept, and so is each
+// separator as written ("C:\abcdefghijkl\x" gives "C:\abcdefgh\x"). A dot in a
+// directory counts as a character. Null or empty gives "".
 CString ZelBuildShortPathname(const char* path);
