@@ -3,25 +3,27 @@
 #include <Zel260/frame/ZelModule.h>
 #include <Zel260/shell/ZelFile.h>
 #include <Zel260/shell/ZelPath.h>
+#include <Zel260/time/CZelTime.h>
 
-#include <ctime>
 #include <new>
 
 namespace zelmail {
 
 CString DateNowUtc()
 {
-    // Names of days and months must be English whatever the process locale is,
-    // so they are not left to strftime.
+    // The names of days and months are English whatever locale the host has set;
+    // a header with localised names would not be a valid date.
     static const char* const days[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
     static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    std::time_t now = std::time(nullptr);
-    std::tm t{};
-    gmtime_r(&now, &t);
+    // The clock read as UTC: the fields of this time are those of Greenwich.
+    const CZelTime t(CZelTime::CurrentTimeUTC(1));
+    const int weekday = t.GetDayOfWeek() - 1;
+    const int month = t.GetMonth() - 1;
     CString s;
-    s.Format("%s, %02d %s %02d %02d:%02d:%02d GMT", days[t.tm_wday % 7], t.tm_mday, months[t.tm_mon % 12],
-             t.tm_year % 100, t.tm_hour, t.tm_min, t.tm_sec);
+    s.Format("%s, %02d %s %02d %02d:%02d:%02d GMT", days[weekday >= 0 && weekday < 7 ? weekday : 0], t.GetDay(),
+             months[month >= 0 && month < 12 ? month : 0], t.GetYear() % 100, t.GetHour(), t.GetMinute(),
+             t.GetSecond());
     return s;
 }
 
