@@ -33,7 +33,9 @@ void SplitFileName(const CString& path, CString& baseName, CString& extension);
 // The text `id` of the library's string table; empty when it has none.
 CString LoadLibraryString(unsigned int id);
 
-// Shows the wait cursor while it lives.
+// Marks the time the user-interface thread is tied up by a send. The core has no
+// cursor of its own, so for now this does nothing; it is the one place where the
+// application's wait cursor is to be shown.
 class WaitCursor {
 public:
     WaitCursor();

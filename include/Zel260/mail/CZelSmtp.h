@@ -58,6 +58,8 @@ protected:
     virtual int TransmitMailMessage(CZelMailMessage* message);
     // Reads one reply (one read of up to 1024 bytes) and compares its first three
     // characters with the code expected for `index`: 0 250, 1 220, 2 354, 3 221.
+    // A reply without a number counts as code 0; a read that fails sets the socket
+    // error's text. An index past 3 fails without reading.
     virtual int GetResponse(unsigned int index);
     // Last error becomes "<code>:<text of stringId>".
     virtual void SetError(unsigned int stringId, unsigned int code);
