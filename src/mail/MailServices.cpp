@@ -6,10 +6,8 @@
 #include <Zel260/time/CZelTime.h>
 
 #include <cmath>
-#include <cstdint>
 #include <ctime>
 #include <new>
-#include <sys/mman.h>
 
 namespace zelmail {
 
@@ -35,45 +33,24 @@ CString DateNowUtc()
     return s;
 }
 
-FileContent::~FileContent() { Release(); }
-
-void FileContent::Release()
-{
-    if (m_map)
-        ::munmap(m_map, m_size);
-    m_map = nullptr;
-    m_data.reset();
-    m_size = 0;
-}
-
 bool FileContent::Load(const CString& path)
 {
-    Release();
+    m_data.reset();
+    m_size = 0;
     // A shared lock: two mails may attach the same file at once.
     HANDLE file = ZelFileOpen(path, GENERIC_READ, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, FILE_SHARE_READ);
     if (file == INVALID_HANDLE_VALUE)
         return false;
     const LONG size = ZelFileSize(file);
     bool ok = size >= 0;
-    if (ok && size > 0) {
-        // File handles carry their descriptor (see Win32Types.h). Private and
-        // writable, since the encoder takes a non-const buffer; the file is never
-        // touched.
-        const int fd = static_cast<int>(reinterpret_cast<std::intptr_t>(file));
-        void* p = ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ | PROT_WRITE, MAP_PRIVATE, fd, 0);
-        if (p != MAP_FAILED) {
-            ::madvise(p, static_cast<std::size_t>(size), MADV_SEQUENTIAL);
-            m_map = p;
-        }
-    }
-    if (ok && !m_map) {
+    if (ok) {
         // One byte more, so that an empty file still has a buffer to point at.
         m_data.reset(new (std::nothrow) unsigned char[static_cast<std::size_t>(size) + 1]);
         ok = m_data && (size == 0 || ZelFileRead(file, m_data.get(), static_cast<DWORD>(size)));
     }
     ZelFileClose(file);
     if (!ok) {
-        Release();
+        m_data.reset();
         return false;
     }
     m_size = static_cast<std::size_t>(size);

@@ -13,24 +13,15 @@ namespace zelmail {
 // "Date: " value: the time now in UTC as "%a, %d %b %y %H:%M:%S GMT", English names.
 CString DateNowUtc();
 
-// The whole content of a file, in memory while the object lives. A regular file
-// is mapped rather than copied: an attachment is read once, by the encoder, and a
-// copy of many megabytes would cost as much as the encoding.
+// The whole content of a file, in memory while the object lives.
 class FileContent {
 public:
-    FileContent() = default;
-    ~FileContent();
-    FileContent(const FileContent&) = delete;
-    FileContent& operator=(const FileContent&) = delete;
     // False when the file can't be opened or read, or memory for it can't be had.
     bool Load(const CString& path);
-    unsigned char* data() { return m_map ? static_cast<unsigned char*>(m_map) : m_data.get(); }
+    unsigned char* data() { return m_data.get(); }
     std::size_t size() const { return m_size; }
 
 private:
-    void Release();
-
-    void* m_map = nullptr;
     std::unique_ptr<unsigned char[]> m_data;
     std::size_t m_size = 0;
 };
