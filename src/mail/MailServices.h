@@ -13,7 +13,9 @@ namespace zelmail {
 // "Date: " value: the time now in UTC as "%a, %d %b %y %H:%M:%S GMT", English names.
 CString DateNowUtc();
 
-// The whole content of a file, in memory while the object lives.
+// The whole content of a file, in memory while the object lives. It is copied,
+// not mapped: a file that another program truncates while it is mapped would
+// kill the process at the first read past its new end.
 class FileContent {
 public:
     // False when the file can't be opened or read, or memory for it can't be had.
