@@ -5,7 +5,7 @@
 #include <Zel260/platform/CWinApp.h>
 #include <Zel260/resources/ZelServicesResourceIds.h>
 
-#include "ServicesString.h"
+#include <Zel260/frame/ZelModule.h>
 
 #include <string>
 
@@ -86,8 +86,8 @@ CString programName()
 CZelLastDocuments::CZelLastDocuments(const char* iniFile, unsigned int entries)
     : m_entries(entries ? entries : 4),
       m_entry(CZelProfileEntries::LastDocumentsEntry()),
-      m_menuPrompt(zelservices::LoadServicesString(IDS_ZEL_LASTDOC_EMPTY)),
-      m_promptPrefix(zelservices::LoadServicesString(IDS_ZEL_LASTDOC_PROMPT_PREFIX))
+      m_menuPrompt(ZelLoadLibraryString(IDS_ZEL_LASTDOC_EMPTY)),
+      m_promptPrefix(ZelLoadLibraryString(IDS_ZEL_LASTDOC_PROMPT_PREFIX))
 {
     IniFile(iniFile);
 }

@@ -3,6 +3,7 @@
 #include <Zel260/platform/ResourceModule.h>
 
 #include "ProfilePathSteps.h"
+#include <Zel260/frame/ZelModule.h>
 
 #include <string>
 #include <vector>
@@ -19,7 +20,7 @@ std::string& profilePath()
 // settings follow the library, whatever host loads it.
 std::string defaultPath()
 {
-    std::string module = ZelResourceModuleName(ZelLibraryInstance());
+    std::string module = ZelResourceModuleName(ZelGetZelResourceHandle());
     zelprofile::SplitName name = zelprofile::Split(module);
     std::vector<char> folder(MAX_PATH);
     UINT n = GetWindowsDirectory(folder.data(), static_cast<UINT>(folder.size()));
