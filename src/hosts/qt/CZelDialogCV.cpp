@@ -1,4 +1,5 @@
 #include <Zel260/hosts/qt/CZelDialogCV.h>
+#include <Zel260/hosts/qt/CZelFormViewCV.h>
 
 #include <Zel260/frame/ZelMessages.h>
 #include <Zel260/frame/ZelModule.h>
@@ -83,7 +84,12 @@ CWnd* CZelDialogCV::ValidateAllDlgCtrls(int ignoreEmpty, int command, unsigned l
     if (CWnd* w = CZelInputControlContainer::ValidateAllDlgCtrls(ignoreEmpty, command, detail, text))
         return w;
     if (auto* child = dynamic_cast<CZelDialogCV*>(CurrentChildDialog()))
-        return child->ValidateAllDlgCtrls(ignoreEmpty, command, detail, text);
+        if (CWnd* w = child->ValidateAllDlgCtrls(ignoreEmpty, command, detail, text))
+            return w;
+    for (QObject* o : children())
+        if (auto* form = dynamic_cast<CZelFormViewCV*>(o))
+            if (CWnd* w = form->ValidateAllDlgCtrls(ignoreEmpty, command, detail, text))
+                return w;
     return nullptr;
 }
 

@@ -13,7 +13,7 @@ QWidget* widgetOf(CWnd* w) { return w ? ZelWidgetFromHwnd(w->GetSafeHwnd()) : nu
 
 } // namespace
 
-CZelDialogExtensions::CZelDialogExtensions(CWnd* host) : CZelHostServices(host) {}
+CZelDialogExtensions::CZelDialogExtensions(CWnd* host) { SetServicesHost(host); }
 
 CZelDialogExtensions::~CZelDialogExtensions()
 {

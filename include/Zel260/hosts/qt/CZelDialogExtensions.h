@@ -14,7 +14,7 @@
 
 class CZelDialog;
 
-class CZelDialogExtensions : public CZelHostServices {
+class CZelDialogExtensions : public virtual CZelHostServices {
 public:
     struct CChildDialog {
         HINSTANCE instance = nullptr;

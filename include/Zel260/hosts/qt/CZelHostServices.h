@@ -7,13 +7,19 @@
 #include <Zel260/platform/CGeometry.h>
 #include <Zel260/platform/CWnd.h>
 
+#include <QPointer>
+
 #include <vector>
 
-class CZelWndToolTip;
+#include <Zel260/hosts/qt/CZelWndToolTip.h>
 
 class CZelHostServices {
 public:
+    // Dialogs and views share one set of services even when a class has both
+    // extensions (a form view): the mix-ins derive virtually and set the host.
+    CZelHostServices() = default;
     explicit CZelHostServices(CWnd* host);
+    void SetServicesHost(CWnd* host) { m_servicesHost = host; }
     virtual ~CZelHostServices();
     CZelHostServices(const CZelHostServices&) = delete;
     CZelHostServices& operator=(const CZelHostServices&) = delete;
@@ -45,10 +51,11 @@ public:
     const std::vector<ARRANGE_ITEM>& GetArrangeItems() const { return m_arrange; }
 
 protected:
-    CWnd* m_servicesHost;
+    CWnd* m_servicesHost = nullptr;
 
 private:
-    CZelWndToolTip* m_toolTip = nullptr;
+    // Owned by the host window once it has one; deleted here otherwise.
+    QPointer<CZelWndToolTip> m_toolTip;
     std::vector<ARRANGE_ITEM> m_arrange;
     CSize m_originalSize;
 };
