@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QResizeEvent>
 #include <QWidget>
 
 #include <algorithm>
@@ -158,6 +159,15 @@ bool ZelHookFilter::eventFilter(QObject* watched, QEvent* event)
     }
     case QEvent::Paint:
         f.msg = WM_PAINT;
+        break;
+    case QEvent::Resize: {
+        auto* r = static_cast<QResizeEvent*>(event);
+        f.msg = WM_SIZE;
+        lParam = MAKELPARAM(static_cast<WORD>(r->size().width()), static_cast<WORD>(r->size().height()));
+        break;
+    }
+    case QEvent::PaletteChange:
+        f.msg = 0x0015; // WM_SYSCOLORCHANGE
         break;
     default:
         return false;
