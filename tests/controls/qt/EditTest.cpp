@@ -332,3 +332,36 @@ TEST(LastDocQMenu, ShowsTheDocumentsInPlaceOfThePlaceholder)
     EXPECT_EQ(menu.actions()[1]->text(), "&1  /data/b.job");
     EXPECT_EQ(menu.actions()[2]->data().toUInt(), 502u);
 }
+
+namespace {
+
+class ButtonEdit : public CZelEdit {
+public:
+    using CZelEdit::CZelEdit;
+    void OnButtonClicked() override { ++clicks; }
+    int clicks = 0;
+};
+
+} // namespace
+
+TEST(EditButton, StandsAtTheRightEndAndFollowsReadOnly)
+{
+    QDialog dialog;
+    auto* edit = new ButtonEdit(&dialog);
+    edit->setGeometry(10, 10, 200, 24);
+    dialog.show();
+    ASSERT_TRUE(edit->CreateEditButton("..."));
+    QPushButton* button = edit->GetEditButton();
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->geometry().right(), edit->width() - 1);
+    EXPECT_GE(button->width(), edit->height()) << "at least as wide as the edit is high";
+    EXPECT_EQ(edit->GetMinWidth(), button->width());
+    EXPECT_NE(GetDlgCtrlID(ZelHwndFromWidget(button)), 0) << "a free id of its own";
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(edit->clicks, 1);
+    edit->SetReadOnlyMode(1);
+    EXPECT_FALSE(button->isEnabled());
+    edit->DeleteEditButton();
+    EXPECT_EQ(edit->GetEditButton(), nullptr);
+    EXPECT_EQ(edit->GetMinWidth(), 0);
+}
