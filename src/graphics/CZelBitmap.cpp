@@ -1,4 +1,5 @@
 #include <Zel260/graphics/CZelBitmap.h>
+#include <Zel260/frame/ZelModule.h>
 #include <Zel260/platform/ResourceModule.h>
 
 #include "FreeImageSupport.h"
@@ -58,6 +59,8 @@ HBITMAP loadThroughPicture(const char* name)
 
 } // namespace
 
+IMPLEMENT_DYNAMIC(CZelBitmap, CBitmap)
+
 ZelPictureLoader ZelSetPictureLoader(ZelPictureLoader loader)
 {
     return pictureLoader().exchange(loader);
@@ -86,10 +89,9 @@ int CZelBitmap::LoadBitmap(HINSTANCE module, unsigned int id)
         return 0;
     // Resources load from the current resource module; switch to the one asked for
     // and back, as a host's language module may be current.
-    HINSTANCE old = AfxGetResourceHandle();
-    AfxSetResourceHandle(module);
+    ZelSetResourceHandle(module);
     const BOOL ok = CBitmap::LoadBitmap(id);
-    AfxSetResourceHandle(old);
+    ZelRestoreResourceHandle();
     if (!ok)
         return 0;
     SetSize();

@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+IMPLEMENT_DYNAMIC(CZelToolbarBmp, CObject)
+
 namespace {
 
 // The words of a toolbar resource, or false when it is missing or shorter than

@@ -357,6 +357,8 @@ DWORD* ZelBitmapScanLine(HBITMAP b, int row)
     return b->row(row);
 }
 
+IMPLEMENT_DYNAMIC(CBitmap, CObject)
+
 CBitmap::~CBitmap()
 {
     DeleteObject();

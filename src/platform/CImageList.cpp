@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+IMPLEMENT_DYNAMIC(CImageList, CObject)
+
 namespace {
 
 bool readBitmap(CBitmap* bitmap, std::vector<DWORD>& pixels, int& w, int& h)

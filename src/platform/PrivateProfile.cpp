@@ -44,8 +44,14 @@ bool sameName(std::string_view a, std::string_view b)
 std::string configFolder()
 {
     const char* xdg = std::getenv("XDG_CONFIG_HOME");
-    if (xdg && xdg[0] == '/')
-        return std::string(xdg);
+    if (xdg && xdg[0] == '/') {
+        // Users often write the folder with a trailing "/"; callers join names with
+        // their own separator and compare folders as text, so it goes.
+        std::string folder(xdg);
+        while (folder.size() > 1 && folder.back() == '/')
+            folder.pop_back();
+        return folder;
+    }
     std::string home;
     if (const char* h = std::getenv("HOME"); h && h[0])
         home = h;
@@ -324,8 +330,9 @@ DWORD copyList(const std::vector<std::string_view>& names, char* buffer, DWORD s
     DWORD used = 0;
     for (auto name : names) {
         if (static_cast<size_t>(used) + name.size() + 1 > size - 1u) {
-            // Cut: as much as fits, then two zero bytes.
-            size_t room = (size - 2u) - used;
+            // Cut: as much as fits, then two zero bytes. After an exact fit `used`
+            // already stands on the last byte, and nothing more fits.
+            size_t room = used < size - 2u ? (size - 2u) - used : 0;
             std::memcpy(buffer + used, name.data(), std::min(room, name.size()));
             buffer[size - 2] = 0;
             buffer[size - 1] = 0;

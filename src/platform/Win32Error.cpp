@@ -37,6 +37,7 @@ constexpr Pair kMap[] = {
     {ENOSPC, ERROR_DISK_FULL},
     {EDQUOT, ERROR_DISK_FULL},
     {ENAMETOOLONG, ERROR_FILENAME_EXCED_RANGE},
+    {EFBIG, ERROR_FILE_TOO_LARGE},
     {ENOTEMPTY, ERROR_DIR_NOT_EMPTY},
     {EIO, ERROR_GEN_FAILURE},
     {ESPIPE, ERROR_SEEK},
@@ -54,6 +55,7 @@ struct Text {
 };
 constexpr Text kTexts[] = {
     {ERROR_INVALID_FUNCTION, "Incorrect function."},
+    {ERROR_PATH_NOT_FOUND, "The system cannot find the path specified."},
     {ERROR_NO_MORE_FILES, "There are no more files."},
     {ERROR_FILE_EXISTS, "The file exists."},
     {ERROR_INVALID_NAME, "The filename, directory name, or volume label syntax is incorrect."},

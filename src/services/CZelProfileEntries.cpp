@@ -3,8 +3,7 @@
 #include <Zel260/platform/CWinApp.h>
 #include <Zel260/platform/PrivateProfile.h>
 #include <Zel260/platform/Win32Error.h>
-
-#include "ProfilePathSteps.h"
+#include <Zel260/shell/ZelPath.h>
 
 #include <cerrno>
 #include <climits>
@@ -40,7 +39,13 @@ bool makeConfigFolderFor(const std::string& path)
 {
     char folder[4096];
     UINT n = GetWindowsDirectory(folder, sizeof folder);
-    if (n == 0 || n >= sizeof folder || zelprofile::FolderOf(path) != folder)
+    if (n == 0 || n >= sizeof folder)
+        return false;
+    CString drive, directory, base, extension;
+    ZelSplitPath(path.c_str(), drive, directory, base, extension);
+    CString profileFolder = drive + directory;
+    ZelRemoveTrailingBackslash(profileFolder);
+    if (profileFolder != folder)
         return false;
     std::string partial;
     for (const char* p = folder; *p; ++p) {

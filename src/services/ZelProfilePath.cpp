@@ -1,8 +1,8 @@
 #include <Zel260/services/ZelProfilePath.h>
 #include <Zel260/platform/PrivateProfile.h>
 #include <Zel260/platform/ResourceModule.h>
+#include <Zel260/shell/ZelPath.h>
 
-#include "ProfilePathSteps.h"
 #include <Zel260/frame/ZelModule.h>
 
 #include <string>
@@ -18,17 +18,21 @@ std::string& profilePath()
 
 // The configuration folder, the base name of the library's module, and ".INI": the
 // settings follow the library, whatever host loads it.
-std::string defaultPath()
+CString defaultPath()
 {
-    std::string module = ZelResourceModuleName(ZelGetZelResourceHandle());
-    zelprofile::SplitName name = zelprofile::Split(module);
-    std::vector<char> folder(MAX_PATH);
-    UINT n = GetWindowsDirectory(folder.data(), static_cast<UINT>(folder.size()));
-    if (n >= folder.size()) {
-        folder.resize(n);
-        n = GetWindowsDirectory(folder.data(), static_cast<UINT>(folder.size()));
+    CString drive, directory, base, extension;
+    ZelSplitPath(ZelResourceModuleName(ZelGetZelResourceHandle()), drive, directory, base, extension);
+    // The configuration folder may be longer than a Windows folder ever was: ask
+    // again with the size it needs rather than lose the profile.
+    std::vector<char> buffer(MAX_PATH);
+    UINT n = GetWindowsDirectory(buffer.data(), static_cast<UINT>(buffer.size()));
+    if (n >= buffer.size()) {
+        buffer.resize(n);
+        n = GetWindowsDirectory(buffer.data(), static_cast<UINT>(buffer.size()));
     }
-    return zelprofile::WithTrailingSeparator(std::string(folder.data(), n)) + name.base + ".INI";
+    CString folder(buffer.data(), static_cast<int>(n < buffer.size() ? n : 0));
+    ZelEnsureTrailingBackslash(folder);
+    return folder + base + ".INI";
 }
 
 } // namespace
@@ -38,12 +42,13 @@ void ZelSetProfilePath(const char* path) { profilePath() = path ? path : ""; }
 const char* ZelGetProfilePath()
 {
     if (profilePath().empty())
-        profilePath() = defaultPath();
+        profilePath() = defaultPath().str();
     return profilePath().c_str();
 }
 
 void ZelSetProfilePrefix(const char* prefix)
 {
-    zelprofile::SplitName parts = zelprofile::Split(defaultPath());
-    profilePath() = parts.folder + (prefix ? prefix : "") + "." + parts.base + parts.extension;
+    CString drive, directory, base, extension;
+    ZelSplitPath(defaultPath(), drive, directory, base, extension);
+    profilePath() = (drive + directory + (prefix ? prefix : "") + "." + base + extension).str();
 }

@@ -190,8 +190,9 @@ TEST(CZelBitmapFiles, BadFilesGiveZeroAndLeaveTheObjectAsDocumented)
         EXPECT_EQ(b.GetWidth(), 0) << r.name;
         int w = 7, h = 7, bpp = 7;
         CZelBitmap::GetImageSize(path.c_str(), &w, &h, &bpp);
-        if (std::string(r.name) != "half.png" && std::string(r.name) != "half.bmp") // their headers are whole
+        if (std::string(r.name) != "half.png" && std::string(r.name) != "half.bmp") { // their headers are whole
             EXPECT_EQ(w + h + bpp, 0) << r.name;
+        }
     }
     int w = 7, h = 7, bpp = 7;
     EXPECT_FALSE(CZelBitmap::GetImageSize(dir.file("missing.png").c_str(), &w, &h, &bpp));
@@ -221,6 +222,7 @@ TEST(CZelBitmapResources, BitmapsLoadByIdFromAModule)
     ASSERT_TRUE(ZelSetResourceData(module, ZEL_RT_BITMAP, 3502, packed.data(), packed.size()));
 
     CZelBitmap b;
+    EXPECT_TRUE(b.IsKindOf(RUNTIME_CLASS(CBitmap)));
     ASSERT_TRUE(b.LoadBitmap(module, 3501));
     EXPECT_EQ(pixelsOf(b), kPattern);
     ASSERT_TRUE(b.LoadBitmap(module, 3502));

@@ -144,6 +144,18 @@ TEST(PrivateProfile, EnumeratesSectionsAndKeys)
     EXPECT_EQ(std::string(two, 2), "\0\0"s);
 }
 
+// A list that fills the buffer to its last byte and has one more name behind: the
+// cut must stay inside the buffer.
+TEST(PrivateProfile, ListCutAfterAnExactFitStaysInsideTheBuffer)
+{
+    zeltest::TempDir dir;
+    auto file = dir.write("p.ini", "[A]\n[B]\n[Cxyzuvw]\n");
+    using namespace std::string_literals;
+    std::string buf(16, '#');
+    EXPECT_EQ(GetPrivateProfileString(nullptr, nullptr, "", buf.data(), 5, file.c_str()), 3u);
+    EXPECT_EQ(buf, "A\0B\0\0###########"s);
+}
+
 TEST(PrivateProfile, WriteCreatesFileSectionAndKey)
 {
     zeltest::TempDir dir;

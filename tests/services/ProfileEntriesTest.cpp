@@ -166,6 +166,24 @@ TEST_F(Profile, WritesCreateTheConfigFolderButNoOtherFolder)
     EXPECT_FALSE(std::filesystem::exists(m_dir.path() + "/missing"));
 }
 
+TEST_F(Profile, PrefixGoesInFrontOfTheFileNameNotIntoADottedFolder)
+{
+    const std::string config = m_dir.path() + "/cfg.d";
+    setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+    ZelSetProfilePrefix("Survey");
+    EXPECT_EQ(std::string(ZelGetProfilePath()), config + "/Survey.Zel260.INI");
+}
+
+TEST_F(Profile, ConfigFolderGivenWithTrailingSlashIsCreatedOnFirstWrite)
+{
+    const std::string config = m_dir.path() + "/cfg/";
+    setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+    ZelSetProfilePath("");
+    EXPECT_EQ(std::string(ZelGetProfilePath()), m_dir.path() + "/cfg/Zel260.INI");
+    ASSERT_TRUE(Entries::WriteZelProfileInt("S", "n", 1));
+    EXPECT_EQ(zeltest::readFile(config + "Zel260.INI"), "[S]\nn=1\n");
+}
+
 TEST_F(Profile, ApplicationSettingsFile)
 {
     CWinApp app("Survey Office");

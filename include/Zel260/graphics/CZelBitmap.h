@@ -34,6 +34,8 @@ ZelPictureLoader ZelSetPictureLoader(ZelPictureLoader loader);
 ZelPictureLoader ZelGetPictureLoader();
 
 class CZelBitmap : public CBitmap {
+    DECLARE_DYNAMIC(CZelBitmap)
+
 public:
     CZelBitmap() = default;
 

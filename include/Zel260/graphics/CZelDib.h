@@ -95,8 +95,10 @@ public:
     BOOL ClipXY1Y2(int& x, int& y1, int& y2) const;
 
     // --- Device -----------------------------------------------------------------
-    // The whole image at x, y (both >= 0) in its own size, or in w by h (source
-    // origin 0, 0). FALSE for a null device, a negative origin or an empty image.
+    // The whole image at x, y (both >= 0) in its own size, or cut to w by h from
+    // the DIB's origin 0, 0 (the bottom-left corner of a bottom-up image, so there
+    // the bottom rows show). FALSE for a null device, a negative origin or an empty
+    // image.
     BOOL CopyToDC(CDC* dc, int x, int y) const;
     BOOL CopyToDC(CDC* dc, int x, int y, int w, int h) const;
     BOOL CopyToDC(CDC* dc, const CRect& rect) const;

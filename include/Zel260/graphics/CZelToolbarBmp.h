@@ -11,10 +11,12 @@
 
 #include <vector>
 
-class CZelToolbarBmp {
+class CZelToolbarBmp : public CObject {
+    DECLARE_DYNAMIC(CZelToolbarBmp)
+
 public:
     CZelToolbarBmp() = default;
-    virtual ~CZelToolbarBmp() = default;
+    ~CZelToolbarBmp() override = default;
 
     // Reads toolbar `id` and loads the bitmap of the same id. Everything held before
     // is dropped first. Returns non-zero when both loaded; a resource that is

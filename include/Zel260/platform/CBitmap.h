@@ -9,6 +9,7 @@
 #pragma once
 
 #include <Zel260/platform/CDC.h>
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/Win32Types.h>
 
 struct HBITMAP__;
@@ -75,10 +76,12 @@ HBITMAP ZelCreateBitmapFromBmpData(const void* data, std::size_t size);
 DWORD* ZelBitmapScanLine(HBITMAP bitmap, int row);
 
 // MFC's wrapper of a bitmap handle; owns the handle it holds.
-class CBitmap {
+class CBitmap : public CObject {
+    DECLARE_DYNAMIC(CBitmap)
+
 public:
     CBitmap() = default;
-    virtual ~CBitmap();
+    ~CBitmap() override;
     CBitmap(const CBitmap&) = delete;
     CBitmap& operator=(const CBitmap&) = delete;
 

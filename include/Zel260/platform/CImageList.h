@@ -4,6 +4,7 @@
 
 #include <Zel260/platform/CBitmap.h>
 #include <Zel260/platform/CDC.h>
+#include <Zel260/platform/CObject.h>
 #include <Zel260/platform/Win32Types.h>
 
 #include <vector>
@@ -17,10 +18,12 @@ constexpr UINT ILC_COLOR32 = 0x0020;
 constexpr UINT ILD_NORMAL = 0x0000;
 constexpr UINT ILD_TRANSPARENT = 0x0001;
 
-class CImageList {
+class CImageList : public CObject {
+    DECLARE_DYNAMIC(CImageList)
+
 public:
     CImageList() = default;
-    virtual ~CImageList() = default;
+    ~CImageList() override = default;
     CImageList(const CImageList&) = delete;
     CImageList& operator=(const CImageList&) = delete;
 

@@ -17,5 +17,6 @@ const char* ZelGetProfilePath();
 // The path becomes the default one with `prefix` and "." in front of the file name:
 // "Survey" gives "<config folder>/Survey.Zel260.INI". Replaces any path set before,
 // and a former prefix: prefixes don't add up. A null prefix counts as "" (giving
-// ".Zel260.INI").
+// ".Zel260.INI"). The default path is taken apart by ZelSplitPath, so a folder of
+// more than 255 bytes comes back cut.
 void ZelSetProfilePrefix(const char* prefix);

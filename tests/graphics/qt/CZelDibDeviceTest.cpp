@@ -162,8 +162,9 @@ TEST(CZelDrawDib, DrawsThroughTheSessionOrTheStretchedCopy)
         CQtDC dc(&img);
         CZelDrawDib dd;
         dd.SetStretchMode(COLORONCOLOR); // exact pixels; averaging would blur the test
-        if (open)
+        if (open) {
             EXPECT_TRUE(dd.Open());
+        }
         EXPECT_EQ(dd.DrawDib(&dc, &dib, 0, 0, 6, 4, 0), 1);
         EXPECT_EQ(dd.DrawDibRect(&dc, &dib, 0, 0, 1, 1, 2, 1, 5, 5, 0), 1);
         EXPECT_EQ(px(img, 0, 0), kBottom[2]) << open;
@@ -174,8 +175,9 @@ TEST(CZelDrawDib, DrawsThroughTheSessionOrTheStretchedCopy)
         EXPECT_EQ(dd.DrawDib(nullptr, &dib, 0, 0, 1, 1, 0), 0);
         DRAWDIBTIME t;
         EXPECT_EQ(dd.Time(&t), open ? TRUE : FALSE);
-        if (open)
+        if (open) {
             EXPECT_EQ(t.timeCount, 2);
+        }
     }
 }
 

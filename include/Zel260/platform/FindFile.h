@@ -1,0 +1,60 @@
+// Directory enumeration with the Win32 find calls, over POSIX directories.
+//
+// A search names one directory and a pattern: "dir/pattern" (either "/" or "\" may
+// separate; a name without a separator searches the current directory). The pattern
+// follows the Windows wildcard rules: "*" matches any run of characters, "?" one
+// character (one UTF-8 sequence), "*.*" matches every name, a pattern "X.*" also
+// matches the bare name "X", and matching ignores case for ASCII letters. "." and ".."
+// are among the entries, as on Windows.
+//
+// Each entry's WIN32_FIND_DATA is filled from stat, following symbolic links:
+//   - times are FILETIME (100 ns since 1601-01-01 UTC); the creation time is the
+//     file system's birth time where it keeps one, otherwise the status-change time;
+//   - the size is split into high and low 32-bit words (0 for directories);
+//   - attributes: FILE_ATTRIBUTE_DIRECTORY for directories, READONLY when the owner
+//     has no write permission, HIDDEN when the name starts with "." (other than "."
+//     and ".."), ARCHIVE for regular files, REPARSE_POINT when the entry itself is a
+//     symbolic link, NORMAL when none of these apply;
+//   - the alternate (8.3) name is always empty.
+// An entry that can't be resolved when it is read (a dangling link, a loop of links,
+// a file deleted in the meantime) is left out: nothing could be opened through it.
+//
+// Failures, through GetLastError: ERROR_INVALID_PARAMETER (null argument, bad
+// handle), ERROR_PATH_NOT_FOUND (3: the directory doesn't exist or isn't one),
+// ERROR_ACCESS_DENIED (5: the directory can't be read), ERROR_FILE_NOT_FOUND (2: no
+// entry matches), ERROR_NO_MORE_FILES (18: the enumeration is at its end), and the
+// mapped errno for anything else.
+#pragma once
+
+#include <Zel260/platform/Win32Types.h>
+
+// A directory entry that is itself a symbolic link (Windows marks links and
+// junctions the same way). A recursive walk doesn't descend through it.
+constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
+
+// How much a search must report, as FindFirstFileEx's search operation.
+enum FINDEX_SEARCH_OPS {
+    FindExSearchNameMatch = 0,
+    // Only directories are of interest: other entries, symbolic links among them, are
+    // left out unexamined, and a directory whose type the directory listing tells
+    // gets only its name and attributes (no times), which saves a stat per entry.
+    FindExSearchLimitToDirectories = 1,
+};
+
+// Opens the search and fills `data` with the first matching entry. Returns a find
+// handle for FindNextFile/FindClose, or INVALID_HANDLE_VALUE with the last error set.
+HANDLE FindFirstFile(const char* fileName, WIN32_FIND_DATA* data);
+// The same with a search operation (the info level of Windows is not needed here).
+HANDLE FindFirstFileEx(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op);
+// The next matching entry. FALSE with ERROR_NO_MORE_FILES at the end, or with another
+// error (ERROR_INVALID_HANDLE for a handle that is not an open search).
+BOOL FindNextFile(HANDLE find, WIN32_FIND_DATA* data);
+// Ends the search. FALSE with ERROR_INVALID_HANDLE for a handle that is not open.
+BOOL FindClose(HANDLE find);
+
+// The Windows wildcard match described above. Null arguments never match.
+BOOL ZelWildcardMatch(const char* pattern, const char* name);
+
+// FILETIME from seconds and nanoseconds since 1970-01-01 UTC; times before 1601
+// clamp to zero.
+FILETIME ZelFileTimeFromUnix(long long seconds, long nanoseconds);

@@ -1,0 +1,21 @@
+// String ids of the values folder (range 1100-1199).
+#pragma once
+
+#define IDS_ZEL_DEGREE_SYMBOL 1100      // "°"
+#define IDS_ZEL_HEMISPHERE_NORTH 1101   // "N"
+#define IDS_ZEL_HEMISPHERE_SOUTH 1102   // "S"
+#define IDS_ZEL_HEMISPHERE_EAST 1103    // "E"
+#define IDS_ZEL_HEMISPHERE_WEST 1104    // "W"
+
+// Texts of the unit combo boxes.
+#define IDS_ZEL_UNIT_DEGREE 1111
+#define IDS_ZEL_UNIT_DMS 1112
+#define IDS_ZEL_UNIT_DECIMAL_DMS 1113
+#define IDS_ZEL_UNIT_GRAD 1114
+#define IDS_ZEL_UNIT_GON 1115
+#define IDS_ZEL_UNIT_DECIMAL_GON 1116
+#define IDS_ZEL_UNIT_REVOLUTION 1117
+#define IDS_ZEL_UNIT_RADIAN 1118
+#define IDS_ZEL_UNIT_METRE 1121
+#define IDS_ZEL_UNIT_US_SURVEY_FOOT 1122
+#define IDS_ZEL_UNIT_INTERNATIONAL_FOOT 1123

@@ -1,0 +1,322 @@
+#include <Zel260/platform/FindFile.h>
+#include <Zel260/platform/Win32Error.h>
+
+#include <cerrno>
+#include <cstring>
+#include <mutex>
+#include <string>
+#include <unordered_set>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+struct FindState {
+    DIR* dir = nullptr;
+    std::string pattern;
+    bool matchAll = false;
+    bool exactOnly = false; // a name without wildcards that was found by lstat
+    std::string stem; // "X" of a pattern "X.*", which also matches the bare name
+    FINDEX_SEARCH_OPS op = FindExSearchNameMatch;
+};
+
+// Live handles, so that a stale or foreign handle is refused instead of followed.
+std::mutex& handlesMutex()
+{
+    static std::mutex m;
+    return m;
+}
+std::unordered_set<FindState*>& handles()
+{
+    static std::unordered_set<FindState*> h;
+    return h;
+}
+
+FindState* lookup(HANDLE h)
+{
+    auto* s = static_cast<FindState*>(h);
+    std::lock_guard<std::mutex> lock(handlesMutex());
+    return handles().count(s) ? s : nullptr;
+}
+
+unsigned char lowerAscii(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
+
+// Length of the UTF-8 sequence that starts at `s` (1 for stray or ASCII bytes).
+size_t seqLength(const unsigned char* s)
+{
+    size_t n = 1;
+    if (*s >= 0xC0)
+        while (s[n] && (s[n] & 0xC0) == 0x80 && n < 4)
+            ++n;
+    return n;
+}
+
+// Greedy match with one backtrack point per star: linear in practice, never
+// exponential on patterns like "*a*a*a*b".
+bool matchPlain(const unsigned char* p, const unsigned char* n)
+{
+    const unsigned char* starP = nullptr;
+    const unsigned char* starN = nullptr;
+    while (*n) {
+        if (*p == '*') {
+            while (*p == '*')
+                ++p;
+            if (!*p)
+                return true;
+            starP = p;
+            starN = n;
+        } else if (*p == '?') {
+            ++p;
+            n += seqLength(n);
+        } else if (*p && lowerAscii(*p) == lowerAscii(*n)) {
+            ++p;
+            ++n;
+        } else if (starP) {
+            p = starP;
+            starN += seqLength(starN);
+            n = starN;
+        } else {
+            return false;
+        }
+    }
+    while (*p == '*')
+        ++p;
+    return !*p;
+}
+
+bool hasWildcard(const std::string& s) { return s.find_first_of("*?") != std::string::npos; }
+
+void fill(WIN32_FIND_DATA* data, const char* name, const struct statx& st, bool isLink)
+{
+    std::memset(data, 0, sizeof *data);
+    DWORD attr = 0;
+    bool isDir = S_ISDIR(st.stx_mode);
+    if (isDir)
+        attr |= FILE_ATTRIBUTE_DIRECTORY;
+    if (!(st.stx_mode & S_IWUSR))
+        attr |= FILE_ATTRIBUTE_READONLY;
+    if (name[0] == '.' && std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0)
+        attr |= FILE_ATTRIBUTE_HIDDEN;
+    if (S_ISREG(st.stx_mode))
+        attr |= FILE_ATTRIBUTE_ARCHIVE;
+    if (isLink)
+        attr |= FILE_ATTRIBUTE_REPARSE_POINT;
+    if (attr == 0)
+        attr = FILE_ATTRIBUTE_NORMAL;
+    data->dwFileAttributes = attr;
+    if (st.stx_mask & STATX_BTIME)
+        data->ftCreationTime = ZelFileTimeFromUnix(st.stx_btime.tv_sec, st.stx_btime.tv_nsec);
+    else
+        data->ftCreationTime = ZelFileTimeFromUnix(st.stx_ctime.tv_sec, st.stx_ctime.tv_nsec);
+    data->ftLastAccessTime = ZelFileTimeFromUnix(st.stx_atime.tv_sec, st.stx_atime.tv_nsec);
+    data->ftLastWriteTime = ZelFileTimeFromUnix(st.stx_mtime.tv_sec, st.stx_mtime.tv_nsec);
+    if (!isDir) {
+        data->nFileSizeHigh = static_cast<DWORD>(st.stx_size >> 32);
+        data->nFileSizeLow = static_cast<DWORD>(st.stx_size & 0xFFFFFFFFu);
+    }
+    std::strncpy(data->cFileName, name, MAX_PATH - 1);
+}
+
+// Resolves one entry; false when it can't be (dangling, looping, gone).
+bool statEntry(int dirFd, const char* name, unsigned char dtype, WIN32_FIND_DATA* data)
+{
+    struct statx st;
+    const unsigned mask = STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_ATIME | STATX_MTIME | STATX_CTIME | STATX_BTIME;
+    if (statx(dirFd, name, 0, mask, &st) != 0)
+        return false;
+    bool isLink = dtype == DT_LNK;
+    if (dtype == DT_UNKNOWN) {
+        struct stat lst;
+        isLink = fstatat(dirFd, name, &lst, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(lst.st_mode);
+    }
+    fill(data, name, st, isLink);
+    return true;
+}
+
+// Next entry of the open directory that matches; sets errno 0 at the end.
+bool readNext(FindState* s, WIN32_FIND_DATA* data)
+{
+    int fd = dirfd(s->dir);
+    for (;;) {
+        errno = 0;
+        dirent* e = readdir(s->dir);
+        if (!e)
+            return false;
+        if (!s->matchAll && !matchPlain(reinterpret_cast<const unsigned char*>(s->pattern.c_str()),
+                                        reinterpret_cast<const unsigned char*>(e->d_name))) {
+            if (s->stem.empty() || !matchPlain(reinterpret_cast<const unsigned char*>(s->stem.c_str()),
+                                               reinterpret_cast<const unsigned char*>(e->d_name)))
+                continue;
+        }
+        if (s->op == FindExSearchLimitToDirectories) {
+            if (e->d_type == DT_DIR) {
+                // The directory type is known without a stat; the walk that asked
+                // only needs names and attributes.
+                std::memset(data, 0, sizeof *data);
+                data->dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
+                if (e->d_name[0] == '.' && std::strcmp(e->d_name, ".") != 0 && std::strcmp(e->d_name, "..") != 0)
+                    data->dwFileAttributes |= FILE_ATTRIBUTE_HIDDEN;
+                std::strncpy(data->cFileName, e->d_name, MAX_PATH - 1);
+                return true;
+            }
+            if (e->d_type != DT_UNKNOWN)
+                continue;
+        }
+        if (statEntry(fd, e->d_name, e->d_type, data))
+            return true;
+    }
+}
+
+void splitSearch(const char* fileName, std::string& dir, std::string& pattern)
+{
+    std::string path(fileName);
+    for (char& c : path)
+        if (c == '\\')
+            c = '/';
+    size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        dir = ".";
+        pattern = path;
+    } else {
+        pattern.assign(path, slash + 1, std::string::npos);
+        path.resize(slash == 0 ? 1 : slash);
+        dir = std::move(path);
+    }
+}
+
+void destroy(FindState* s)
+{
+    if (s->dir)
+        closedir(s->dir);
+    delete s;
+}
+
+} // namespace
+
+FILETIME ZelFileTimeFromUnix(long long seconds, long nanoseconds)
+{
+    constexpr long long kEpochDiff = 11644473600LL; // 1601-01-01 to 1970-01-01 in seconds
+    FILETIME ft{0, 0};
+    if (seconds < -kEpochDiff)
+        return ft;
+    unsigned long long t = static_cast<unsigned long long>(seconds + kEpochDiff) * 10000000ULL +
+                           static_cast<unsigned long long>(nanoseconds < 0 ? 0 : nanoseconds) / 100ULL;
+    ft.dwLowDateTime = static_cast<DWORD>(t & 0xFFFFFFFFu);
+    ft.dwHighDateTime = static_cast<DWORD>(t >> 32);
+    return ft;
+}
+
+BOOL ZelWildcardMatch(const char* pattern, const char* name)
+{
+    if (!pattern || !name)
+        return FALSE;
+    if (std::strcmp(pattern, "*.*") == 0)
+        return TRUE;
+    auto* p = reinterpret_cast<const unsigned char*>(pattern);
+    auto* n = reinterpret_cast<const unsigned char*>(name);
+    if (matchPlain(p, n))
+        return TRUE;
+    size_t len = std::strlen(pattern);
+    if (len >= 2 && std::strcmp(pattern + len - 2, ".*") == 0) {
+        std::string stem(pattern, len - 2);
+        return matchPlain(reinterpret_cast<const unsigned char*>(stem.c_str()), n) ? TRUE : FALSE;
+    }
+    return FALSE;
+}
+
+HANDLE FindFirstFile(const char* fileName, WIN32_FIND_DATA* data)
+{
+    return FindFirstFileEx(fileName, data, FindExSearchNameMatch);
+}
+
+HANDLE FindFirstFileEx(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op)
+{
+    if (!fileName || !data || !*fileName) {
+        SetLastError(fileName && !*fileName ? ERROR_PATH_NOT_FOUND : ERROR_INVALID_PARAMETER);
+        return INVALID_HANDLE_VALUE;
+    }
+    std::string dir, pattern;
+    splitSearch(fileName, dir, pattern);
+
+    auto* s = new FindState;
+    s->pattern = pattern;
+    s->matchAll = pattern == "*" || pattern == "*.*";
+    s->op = op;
+    if (pattern.size() > 2 && pattern.compare(pattern.size() - 2, 2, ".*") == 0)
+        s->stem = pattern.substr(0, pattern.size() - 2);
+    s->dir = opendir(dir.c_str());
+    if (!s->dir) {
+        int err = errno;
+        destroy(s);
+        SetLastError(err == ENOENT ? ERROR_PATH_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+        return INVALID_HANDLE_VALUE;
+    }
+    if (pattern.empty()) {
+        destroy(s);
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+
+    // A plain name is looked up directly, which is exact and doesn't read a large
+    // directory; only when that fails does the case-insensitive scan run.
+    bool found = false;
+    if (!hasWildcard(pattern)) {
+        if (statEntry(dirfd(s->dir), pattern.c_str(), DT_UNKNOWN, data)) {
+            s->exactOnly = true;
+            found = true;
+        }
+    }
+    if (!found) {
+        found = readNext(s, data);
+        if (!found) {
+            int err = errno;
+            destroy(s);
+            SetLastError(err == 0 ? ERROR_FILE_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+            return INVALID_HANDLE_VALUE;
+        }
+    }
+    {
+        std::lock_guard<std::mutex> lock(handlesMutex());
+        handles().insert(s);
+    }
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<HANDLE>(s);
+}
+
+BOOL FindNextFile(HANDLE find, WIN32_FIND_DATA* data)
+{
+    FindState* s = lookup(find);
+    if (!s) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    if (!data) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    if (s->exactOnly) {
+        SetLastError(ERROR_NO_MORE_FILES);
+        return FALSE;
+    }
+    if (readNext(s, data))
+        return TRUE;
+    SetLastError(errno == 0 ? ERROR_NO_MORE_FILES : ZelWin32ErrorFromErrno(errno));
+    return FALSE;
+}
+
+BOOL FindClose(HANDLE find)
+{
+    auto* s = static_cast<FindState*>(find);
+    {
+        std::lock_guard<std::mutex> lock(handlesMutex());
+        if (!handles().erase(s)) {
+            SetLastError(ERROR_INVALID_HANDLE);
+            return FALSE;
+        }
+    }
+    destroy(s);
+    return TRUE;
+}
