@@ -133,6 +133,31 @@ int CZelDialogCV::OnEmptyFieldsChanged(int)
     return 0;
 }
 
+int CZelDialogCV::OnDlgItemGainFocus(HWND newOwner)
+{
+    if (CZelDialogCV* parent = parentCV())
+        return parent->OnDlgItemGainFocus(newOwner);
+    if (!CZelInputControlContainer::OnDlgItemGainFocus(newOwner))
+        return 0;
+    if (auto* child = dynamic_cast<CZelDialogCV*>(CurrentChildDialog()))
+        if (!child->CZelInputControlContainer::OnDlgItemGainFocus(newOwner))
+            return 0;
+    for (QObject* o : children())
+        if (auto* form = dynamic_cast<CZelFormViewCV*>(o))
+            if (!form->CZelInputControlContainer::OnDlgItemGainFocus(newOwner))
+                return 0;
+    return 1;
+}
+
+int CZelDialogCV::FocusIsBlocked()
+{
+    if (CZelInputControlContainer::FocusIsBlocked())
+        return 1;
+    if (auto* child = dynamic_cast<CZelDialogCV*>(CurrentChildDialog()))
+        return child->CZelInputControlContainer::FocusIsBlocked();
+    return 0;
+}
+
 CZelInputControlContainer* CZelDialogCV::GetActiveContainer()
 {
     if (CZelDialogCV* parent = parentCV())

@@ -233,3 +233,69 @@ TEST(Dialog, ArrangedControlsFollowTheWindow)
     EXPECT_EQ(f.button(IDOK)->geometry(), QRect(60, 100, 60, 24));
     EXPECT_EQ(f.edit(kRequired)->geometry(), QRect(10, 40, 170, 24));
 }
+
+namespace {
+
+constexpr UINT kParent = 30020;
+constexpr UINT kChildCV = 30021;
+constexpr int kParentEdit = 1101;
+constexpr int kChildEdit = 1102;
+
+class Page : public CZelDialogCV {
+    DECLARE_DYNCREATE(Page)
+
+public:
+    Page() { SetAutoDelete(FALSE); }
+};
+IMPLEMENT_DYNCREATE(Page, CZelDialogCV)
+
+} // namespace
+
+TEST(Dialog, FocusIsHeldAcrossParentAndChildDialog)
+{
+    HINSTANCE m = module();
+    ZelRegisterDialogTemplate(m, kParent, {"Parent", 0, 0, [](QWidget* d) {
+                                               auto* e = new CZelEdit(d);
+                                               e->SetMinChars(3);
+                                               e->SetEmptyAllowed(1);
+                                               child(d, kParentEdit, e, {10, 10, 120, 24});
+                                               child(d, kPlaceholder, new QLabel(d), {10, 40, 200, 60});
+                                               child(d, IDOK, new QPushButton("OK", d), {10, 110, 60, 24});
+                                               child(d, IDCANCEL, new QPushButton("Cancel", d), {80, 110, 60, 24});
+                                           }});
+    ZelRegisterDialogTemplate(m, kChildCV, {"", 0, 0, [](QWidget* d) {
+                                                auto* e = new CZelEdit(d);
+                                                e->SetMinChars(3);
+                                                e->SetEmptyAllowed(1);
+                                                child(d, kChildEdit, e, {0, 0, 120, 24});
+                                            }});
+    CZelDialogCV parent(kParent);
+    parent.SetAutoDelete(FALSE);
+    parent.SetChildDialogPlaceholder(kPlaceholder);
+    parent.AddChildDialog(RUNTIME_CLASS(Page), m, kChildCV);
+    ASSERT_TRUE(parent.Create(m, nullptr));
+    QApplication::setActiveWindow(&parent);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&parent));
+    QCoreApplication::processEvents();
+    auto* outer = static_cast<CZelEdit*>(ZelWidgetFromHwnd(::GetDlgItem(parent.GetSafeHwnd(), kParentEdit)));
+    auto* inner = static_cast<CZelEdit*>(
+        ZelWidgetFromHwnd(::GetDlgItem(parent.ChildDialog(0)->GetSafeHwnd(), kChildEdit)));
+    ASSERT_NE(inner, nullptr);
+
+    // Invalid in the child: a click on the parent's edit is refused.
+    inner->setFocus();
+    QTest::keyClicks(inner, "ab");
+    QTest::mouseClick(outer, Qt::LeftButton);
+    EXPECT_TRUE(inner->hasFocus());
+    EXPECT_TRUE(parent.FocusIsBlocked());
+    QTest::keyClicks(inner, "c");
+    QTest::mouseClick(outer, Qt::LeftButton);
+    EXPECT_TRUE(outer->hasFocus());
+
+    // Invalid in the parent: the child's edit is refused.
+    QTest::keyClicks(outer, "x");
+    QTest::mouseClick(inner, Qt::LeftButton);
+    EXPECT_TRUE(outer->hasFocus());
+    ASSERT_TRUE(parent.GetToolTip()->IsShowing());
+    EXPECT_EQ(parent.GetToolTip()->GetText(), "Field contains 1 characters, minimum is 3 characters");
+}

@@ -33,6 +33,10 @@ public:
     int OnShowValidationText(HWND hWnd, unsigned int id, unsigned long detail, CString* text) override;
     int OnHideValidationText() override;
     int OnEmptyFieldsChanged(int emptyFields) override;
+    // A change of focus is checked by the outermost validating dialog: its own
+    // control, then the current child dialog's, then those of child form views.
+    int OnDlgItemGainFocus(HWND newOwner) override;
+    int FocusIsBlocked() override;
     CZelInputControlContainer* GetActiveContainer() override;
     void SetActiveContainer(CZelInputControlContainer* container) override;
 
