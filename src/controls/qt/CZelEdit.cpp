@@ -1,5 +1,6 @@
 #include <Zel260/controls/qt/CZelEdit.h>
 #include <Zel260/controls/qt/CZelMenuPopUpEdit.h>
+#include <Zel260/controls/qt/CZelInlineControlContainer.h>
 
 #include "../ControlsString.h"
 #include "ZelQtWindows.h"
@@ -139,6 +140,21 @@ BOOL CZelEdit::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id)
     InitializeEdit();
     show();
     return TRUE;
+}
+
+BOOL CZelEdit::CreateInline(unsigned long style, const CRect& rect, CWnd* parent, unsigned int id, HFONT font)
+{
+    m_inline = 1;
+    if (font)
+        setFont(*reinterpret_cast<const QFont*>(font));
+    setFrame(false);
+    m_inlineContainer = dynamic_cast<CZelInlineControlContainer*>(parent);
+    return Create(static_cast<DWORD>(style), rect, parent, id);
+}
+
+void CZelEdit::SetupInlineRect(CRect& container, CRect& control, HFONT, unsigned long)
+{
+    control = CRect(0, 0, container.Width(), container.Height());
 }
 
 // --- content ------------------------------------------------------------------------

@@ -37,10 +37,11 @@ struct Inline : ::testing::Test {
         QApplication::setActiveWindow(&owner);
         ASSERT_TRUE(QTest::qWaitForWindowActive(&owner));
         container = new CZelInlineControlContainer(&owner);
-        edit = new CZelEdit(container);
-        edit->SetMinChars(3);
-        ZelSetDlgCtrlID(ZelHwndFromWidget(edit), 500);
         container->InitializeContainer(&owner, 7);
+        edit = new CZelEdit;
+        edit->SetMinChars(3);
+        ASSERT_TRUE(edit->CreateInline(0, CRect(0, 0, 10, 10), container, 500, nullptr));
+        EXPECT_TRUE(edit->IsInline());
         container->InitializeControl(RECT{10, 20, 110, 40}, edit, nullptr, 0, 0);
         QApplication::setActiveWindow(container);
         ASSERT_TRUE(QTest::qWaitForWindowActive(container));

@@ -91,6 +91,12 @@ public:
     // parent.
     virtual BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
+    // Creates the edit without a frame inside an inline container (`parent`), in
+    // `font` (a QFont*, may be null), marked inline.
+    BOOL CreateInline(unsigned long style, const CRect& rect, CWnd* parent, unsigned int id, HFONT font) override;
+    // The container covers the cell; the edit fills the container.
+    void SetupInlineRect(CRect& container, CRect& control, HFONT font, unsigned long flags) override;
+
     // --- the input control's operations
     int IsEmpty() const override;
     CString GetRawString() const override;
