@@ -40,6 +40,21 @@ TEST(CZelDibLife, CreateChecksSizeAndKeepsTheHeaderAsWritten)
     EXPECT_EQ(dib.GetBitmapInfoHeader()->biSize, 0u);
 }
 
+TEST(CZelDibLife, HeightWithoutAnAbsoluteValueEmptiesTheImage)
+{
+    // INT_MIN passes the argument check (it isn't 0), so the old image is destroyed
+    // before the section fails, as for any size that can't be had.
+    CZelDib dib;
+    ASSERT_TRUE(dib.Create(2, 2));
+    EXPECT_FALSE(dib.Create(2, INT32_MIN));
+    EXPECT_EQ(dib.GetCrBits(), nullptr);
+    EXPECT_EQ(dib.GetWidth(), 0);
+    ASSERT_TRUE(dib.Create(2, 2));
+    EXPECT_FALSE(dib.Create(INT32_MAX, INT32_MAX));
+    EXPECT_EQ(dib.GetCrBits(), nullptr);
+    EXPECT_EQ(dib.GetBitmapInfoHeader()->biSize, 0u);
+}
+
 TEST(CZelDibLife, CopyConstructorIsDeepAndAssignmentShares)
 {
     CZelDib a;
