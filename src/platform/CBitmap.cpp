@@ -156,18 +156,21 @@ HBITMAP decodeDib(const unsigned char* dib, std::size_t size, std::size_t pixelO
         masks[1] = 0x03E0;
         masks[2] = 0x001F;
     }
-    std::size_t colours = 0;
-    if (bpp <= 8)
-        colours = h.biClrUsed ? h.biClrUsed : (1u << bpp);
-    else
-        colours = h.biClrUsed;
-    if (colours > 256 && bpp <= 8)
-        return nullptr;
-    std::vector<DWORD> palette(colours);
-    for (std::size_t i = 0; i < colours; ++i)
-        if (!readAt(dib, size, off + 4 * i, palette[i]))
+    // Only depths up to 8 bits look colours up; above that the table (biClrUsed
+    // entries, any number a header claims) is merely stepped over, never read in.
+    std::vector<DWORD> palette;
+    if (bpp <= 8) {
+        const std::size_t colours = h.biClrUsed ? h.biClrUsed : (1u << bpp);
+        if (colours > 256)
             return nullptr;
-    off += 4 * colours;
+        palette.resize(colours);
+        for (std::size_t i = 0; i < colours; ++i)
+            if (!readAt(dib, size, off + 4 * i, palette[i]))
+                return nullptr;
+        off += 4 * colours;
+    } else {
+        off += 4 * static_cast<std::size_t>(h.biClrUsed);
+    }
     if (pixelOffset)
         off = pixelOffset;
     const std::size_t stride = ((static_cast<std::size_t>(w) * bpp + 31) / 32) * 4;

@@ -8,6 +8,9 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <climits>
 #include <cstring>
 #include <fstream>
 #include <string>
@@ -198,6 +201,22 @@ TEST(CZelBitmapFiles, BadFilesGiveZeroAndLeaveTheObjectAsDocumented)
     EXPECT_FALSE(CZelBitmap::GetImageSize(dir.file("missing.png").c_str(), &w, &h, &bpp));
     EXPECT_EQ(w + h + bpp, 0);
     EXPECT_FALSE(CZelBitmap::GetImageSize(nullptr, nullptr, nullptr, nullptr));
+}
+
+TEST(CZelBitmapFiles, ColourCountOfATrueColourHeaderReservesNothing)
+{
+    // A true-colour bitmap has no colour table to speak of; a huge biClrUsed (at
+    // byte 46) must neither be allocated nor stop a file whose pixel offset is given.
+    zeltest::TempDir dir;
+    std::string file = bmp24(5, 3, kPattern);
+    for (int i = 0; i < 4; ++i)
+        file[46 + i] = '\xFF';
+    CZelBitmap b;
+    ASSERT_TRUE(b.LoadBitmap(dir.write("huge.bmp", file).c_str()));
+    EXPECT_EQ(pixelsOf(b), kPattern);
+    // Without the file header the pixels would start behind that table, past the end.
+    const std::string packed = file.substr(14);
+    EXPECT_EQ(ZelCreateBitmapFromBmpData(packed.data(), packed.size()), nullptr);
 }
 
 TEST(CZelBitmapFiles, PlatformLoaderAndFreeImageShareTheWork)
