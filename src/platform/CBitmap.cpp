@@ -270,7 +270,8 @@ int GetObject(HBITMAP b, int size, void* record)
     BITMAP bm{};
     bm.bmWidth = b->width;
     bm.bmHeight = b->height;
-    bm.bmWidthBytes = ((b->width * b->bitsPixel + 15) / 16) * 2;
+    // The bit count of a row passes int for widths from 2^26 at 32 bits.
+    bm.bmWidthBytes = static_cast<LONG>(((static_cast<long long>(b->width) * b->bitsPixel + 15) / 16) * 2);
     bm.bmPlanes = 1;
     bm.bmBitsPixel = static_cast<WORD>(b->bitsPixel);
     bm.bmBits = b->dibSection ? b->pixels.get() : nullptr;

@@ -219,6 +219,16 @@ TEST(CZelBitmapFiles, ColourCountOfATrueColourHeaderReservesNothing)
     EXPECT_EQ(ZelCreateBitmapFromBmpData(packed.data(), packed.size()), nullptr);
 }
 
+TEST(CZelBitmapPlatform, RowBytesOfAVeryWideBitmapStayExact)
+{
+    // 2^26 pixels at 32 bits: the bit count of a row is 2^31, past int.
+    CBitmap wide;
+    ASSERT_TRUE(wide.CreateBitmap(0x4000000, 1, 1, 32, nullptr));
+    BITMAP bm;
+    ASSERT_TRUE(wide.GetBitmap(&bm));
+    EXPECT_EQ(bm.bmWidthBytes, 0x10000000);
+}
+
 TEST(CZelBitmapFiles, PlatformLoaderAndFreeImageShareTheWork)
 {
     zeltest::TempDir dir;
