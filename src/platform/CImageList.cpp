@@ -24,7 +24,10 @@ bool readBitmap(CBitmap* bitmap, std::vector<DWORD>& pixels, int& w, int& h)
 
 BOOL CImageList::Create(int cx, int cy, UINT flags, int initial, int grow)
 {
-    if (cx < 1 || cy < 1 || m_cx > 0)
+    // Each image is kept at the list's size; no bitmap holds more pixels than this,
+    // and a larger list would only fail (or exhaust memory) at its first Add.
+    constexpr long long kMaxImagePixels = 0x1FFFFFFF;
+    if (cx < 1 || cy < 1 || static_cast<long long>(cx) * cy > kMaxImagePixels || m_cx > 0)
         return FALSE;
     m_cx = cx;
     m_cy = cy;

@@ -348,6 +348,20 @@ TEST(CZelToolbarBmp, SeparatorsAreIdsButNotButtons)
     ZelDestroyResourceModule(module);
 }
 
+TEST(CZelImageList, ImageSizesNoBitmapCouldHoldAreRefused)
+{
+    // Every added image is allocated at the list's size, so a list of 2 by INT_MAX
+    // would ask for 16 GiB at the first two-pixel bitmap.
+    CZelImageList list;
+    EXPECT_FALSE(list.Create(2, INT_MAX, ILC_COLOR32, 1, 1));
+    EXPECT_FALSE(list.Create(65536, 65536, ILC_COLOR32, 1, 1));
+    EXPECT_FALSE(list.IsCreated());
+    ASSERT_TRUE(list.Create(2, 1, ILC_COLOR32, 1, 1));
+    CBitmap b;
+    ASSERT_TRUE(b.CreateBitmap(2, 1, 1, 32, nullptr));
+    EXPECT_EQ(list.Add(&b, static_cast<CBitmap*>(nullptr)), 0);
+}
+
 TEST(CZelImageList, AddFormsReportTheFirstIndexOrMinusOne)
 {
     HINSTANCE module = ZelCreateResourceModule("imagelist-test");

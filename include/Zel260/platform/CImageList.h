@@ -27,8 +27,9 @@ public:
     CImageList(const CImageList&) = delete;
     CImageList& operator=(const CImageList&) = delete;
 
-    // Images of cx by cy pixels (both >= 1). `initial` and `grow` only reserve
-    // room. FALSE for a bad size or when the list exists.
+    // Images of cx by cy pixels (both >= 1, cx * cy at most 0x1FFFFFFF, the most a
+    // bitmap holds). `initial` and `grow` only reserve room. FALSE for a bad size or
+    // when the list exists.
     BOOL Create(int cx, int cy, UINT flags, int initial, int grow);
     BOOL DeleteImageList();
     BOOL IsCreated() const { return m_cx > 0; }
