@@ -219,6 +219,24 @@ TEST(CZelBitmapFiles, ColourCountOfATrueColourHeaderReservesNothing)
     EXPECT_EQ(ZelCreateBitmapFromBmpData(packed.data(), packed.size()), nullptr);
 }
 
+TEST(CZelBitmapFiles, BackslashesSeparateFoldersAsInEveryPathFunction)
+{
+    zeltest::TempDir dir;
+    ASSERT_EQ(::mkdir(dir.file("sub").c_str(), 0700), 0);
+    dir.write("sub/p.bmp", bmp24(5, 3, kPattern));
+    const std::string name = dir.path() + "\\sub\\p.bmp";
+    CZelBitmap b;
+    ASSERT_TRUE(b.LoadBitmap(name.c_str()));
+    EXPECT_EQ(pixelsOf(b), kPattern);
+    int w = 0, h = 0, bpp = 0;
+    EXPECT_TRUE(CZelBitmap::GetImageSize(name.c_str(), &w, &h, &bpp));
+    EXPECT_EQ(w, 5);
+    gfxtest::PixelDC dc(1, 1);
+    const std::string png = dir.path() + "\\sub\\q.png";
+    ASSERT_TRUE(CZelBitmap::SaveBitmap(&dc, b, ZEL_IMAGE_FORMAT_PNG, png.c_str()));
+    EXPECT_FALSE(zeltest::readFile(dir.file("sub/q.png")).empty());
+}
+
 TEST(CZelBitmapPlatform, RowBytesOfAVeryWideBitmapStayExact)
 {
     // 2^26 pixels at 32 bits: the bit count of a row is 2^31, past int.

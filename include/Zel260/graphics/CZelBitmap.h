@@ -3,7 +3,8 @@
 // Files load by three routes, tried in turn: the platform's bitmap loader (Windows
 // bitmap files), FreeImage (every format it reads), and the picture route, a
 // loader that the widget library installs (Qt's image readers; see
-// ZelSetPictureLoader). Pictures are written through FreeImage.
+// ZelSetPictureLoader). Pictures are written through FreeImage. File names may
+// divide their folders by "/" or "\\", as the library's file functions take them.
 #pragma once
 
 #include <Zel260/platform/CBitmap.h>
