@@ -10,7 +10,8 @@ namespace zelfi {
 
 // Reads a picture file of any format FreeImage knows (by content, else by
 // extension) into width * height 32-bit pixels (byte 0 blue .. byte 3 alpha),
-// top row first. False when FreeImage can't read it.
+// top row first. False when FreeImage can't read it, and for a bitmap file that
+// ends before its pixels do.
 bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height);
 
 // Writes top-down 32-bit pixels to `fileName` in FreeImage format `format`. The

@@ -203,6 +203,32 @@ TEST(CZelBitmapFiles, BadFilesGiveZeroAndLeaveTheObjectAsDocumented)
     EXPECT_FALSE(CZelBitmap::GetImageSize(nullptr, nullptr, nullptr, nullptr));
 }
 
+TEST(CZelBitmapFiles, EveryCutOfASmallBitmapFailsAndEmptiesTheObject)
+{
+    // Cut at every byte of the file header, the info header and the pixels, as a
+    // file and as a resource with and without its file header.
+    zeltest::TempDir dir;
+    const std::string good = dir.write("good.bmp", bmp24(5, 3, kPattern));
+    const std::string whole = bmp24(3, 2, {1, 2, 3, 4, 5, 6});
+    HINSTANCE module = ZelCreateResourceModule("cut-test");
+    for (std::size_t n = 0; n < whole.size(); ++n) {
+        CZelBitmap b;
+        ASSERT_TRUE(b.LoadBitmap(good.c_str()));
+        const std::string path = dir.write("cut" + std::to_string(n) + ".bmp", whole.substr(0, n));
+        EXPECT_FALSE(b.LoadBitmap(path.c_str())) << "file cut at " << n;
+        EXPECT_EQ(b.GetSafeHandle(), nullptr) << "file cut at " << n;
+        EXPECT_EQ(b.GetWidth(), 0) << "file cut at " << n;
+
+        ZelSetResourceData(module, ZEL_RT_BITMAP, 1, whole.data(), n);
+        EXPECT_FALSE(b.LoadBitmap(module, 1)) << "resource cut at " << n;
+        if (n >= 14) {
+            ZelSetResourceData(module, ZEL_RT_BITMAP, 2, whole.data() + 14, n - 14);
+            EXPECT_FALSE(b.LoadBitmap(module, 2)) << "packed resource cut at " << n;
+        }
+    }
+    ZelDestroyResourceModule(module);
+}
+
 TEST(CZelBitmapFiles, ColourCountOfATrueColourHeaderReservesNothing)
 {
     // A true-colour bitmap has no colour table to speak of; a huge biClrUsed (at
