@@ -154,10 +154,19 @@ void CZelBitmap::ChangeBitmapColorDC(HDC dc, const BITMAP* bitmap, unsigned long
     if (!dc || !bitmap || (bitmap->bmPlanes == 1 && bitmap->bmBitsPixel == 1))
         return;
     const COLORREF f = static_cast<COLORREF>(from & 0xFFFFFF), t = static_cast<COLORREF>(to & 0xFFFFFF);
-    for (int y = 0; y < bitmap->bmHeight; ++y)
-        for (int x = 0; x < bitmap->bmWidth; ++x)
-            if (dc->GetPixel(x, y) == f)
+    // The record may claim more than the device has; a row ends at the device's
+    // edge, and a row that starts outside it ends the work.
+    for (int y = 0; y < bitmap->bmHeight; ++y) {
+        if (dc->GetPixel(0, y) == CLR_INVALID)
+            break;
+        for (int x = 0; x < bitmap->bmWidth; ++x) {
+            const COLORREF c = dc->GetPixel(x, y);
+            if (c == CLR_INVALID)
+                break;
+            if (c == f)
                 dc->SetPixel(x, y, t);
+        }
+    }
 }
 
 int CZelBitmap::SaveBitmap(HDC dc, HBITMAP bitmap, enmImageFormat format, const char* fileName)

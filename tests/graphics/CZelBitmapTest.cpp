@@ -1,6 +1,7 @@
 #include "DibTestSupport.h"
 
 #include <Zel260/graphics/CZelBitmap.h>
+#include <Zel260/graphics/CZelDrawDib.h>
 #include <Zel260/graphics/CZelImageList.h>
 #include <Zel260/graphics/CZelToolbarBmp.h>
 #include <Zel260/platform/ResourceModule.h>
@@ -442,3 +443,15 @@ TEST(CZelImageList, AddFormsReportTheFirstIndexOrMinusOne)
     EXPECT_EQ(list.GetImageCount(), 6); // the first one went in before the failure
     ZelDestroyResourceModule(module);
 }
+
+// Positions whose far edge passes INT_MAX, and records far larger than their device:
+// nothing may wrap (the sanitizer build traps it) or run for ever.
+TEST(CZelBitmapHostile, ColourChangeStopsAtTheDeviceEdgeWhateverTheRecordClaims)
+{
+    gfxtest::PixelDC dc(3, 2);
+    dc.SetPixel(2, 1, RGB(9, 9, 9));
+    BITMAP huge{0, INT_MAX, INT_MAX, 0, 1, 32, nullptr};
+    CZelBitmap::ChangeBitmapColorDC(&dc, &huge, RGB(9, 9, 9), RGB(7, 7, 7));
+    EXPECT_EQ(dc.GetPixel(2, 1), RGB(7, 7, 7));
+}
+
