@@ -455,3 +455,15 @@ TEST(CZelBitmapHostile, ColourChangeStopsAtTheDeviceEdgeWhateverTheRecordClaims)
     EXPECT_EQ(dc.GetPixel(2, 1), RGB(7, 7, 7));
 }
 
+TEST(CZelBitmapHostile, ImageListDrawRefusesPositionsPastInt)
+{
+    gfxtest::PixelDC dc(3, 2);
+    CZelImageList list;
+    ASSERT_TRUE(list.Create(2, 1, ILC_COLOR32, 1, 1));
+    CBitmap b;
+    ASSERT_TRUE(b.CreateBitmap(2, 1, 1, 32, nullptr));
+    ASSERT_EQ(list.Add(&b, static_cast<CBitmap*>(nullptr)), 0);
+    EXPECT_FALSE(list.Draw(&dc, 0, CPoint(INT_MAX, 0), ILD_NORMAL));
+    EXPECT_TRUE(list.Draw(&dc, 0, CPoint(INT_MAX - 1, INT_MAX), ILD_NORMAL)); // last pixel at INT_MAX
+}
+
