@@ -123,13 +123,16 @@ BOOL CZelDrawDib::Time(DRAWDIBTIME* time)
     return TRUE;
 }
 
-int CZelDrawDib::Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const CRect* src)
+int CZelDrawDib::Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const RECT* src)
 {
     const int oldMode = dc->SetStretchBltMode(m_stretchMode);
     CPoint oldOrigin;
     if (m_stretchMode == HALFTONE)
         oldOrigin = dc->SetBrushOrg(0, 0);
-    const BOOL ok = src ? dib->CopyToDCStretchRect(dc, CRect(x, y, x + cx, y + cy), *src, SRCCOPY)
+    // Position and size go on as they are: a target rectangle made of them could
+    // have its far edge beyond int.
+    const BOOL ok = src ? dib->CopyToDCStretchRect(dc, x, y, cx, cy, src->left, src->top, src->right - src->left,
+                                                   src->bottom - src->top, SRCCOPY)
                         : dib->CopyToDCStretch(dc, x, y, cx, cy, SRCCOPY);
     if (m_stretchMode == HALFTONE && oldOrigin != CPoint(0, 0))
         dc->SetBrushOrg(oldOrigin.x, oldOrigin.y);
@@ -161,6 +164,7 @@ int CZelDrawDib::DrawDibRect(CDC* dc, const CZelDib* dib, int x, int y, int cx, 
         if (m_lastDraw)
             return 1;
     }
-    const CRect src(sx, sy, sx + sw, sy + sh);
+    // Clipped to the image, so these edges fit.
+    const RECT src{sx, sy, sx + sw, sy + sh};
     return Fallback(dc, dib, x, y, cx, cy, &src);
 }

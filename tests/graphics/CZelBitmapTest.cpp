@@ -467,3 +467,11 @@ TEST(CZelBitmapHostile, ImageListDrawRefusesPositionsPastInt)
     EXPECT_TRUE(list.Draw(&dc, 0, CPoint(INT_MAX - 1, INT_MAX), ILD_NORMAL)); // last pixel at INT_MAX
 }
 
+TEST(CZelBitmapHostile, DrawDibRectFallbackDoesNotWrapItsTarget)
+{
+    gfxtest::PixelDC dc(3, 2);
+    CZelDib dib;
+    ASSERT_TRUE(dib.Create(3, 2));
+    CZelDrawDib dd; // no session: the stretched copy, on a device that draws nothing
+    EXPECT_EQ(dd.DrawDibRect(&dc, &dib, INT_MAX - 1, INT_MAX - 1, 10, 10, 0, 0, 3, 2, 0), 0);
+}

@@ -81,7 +81,7 @@ public:
     int GetStretchMode() const { return m_stretchMode; }
 
 private:
-    int Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const CRect* src);
+    int Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const RECT* src);
 
     HDRAWDIB m_session = nullptr;
     BOOL m_lastDraw = TRUE;
