@@ -126,8 +126,9 @@ BOOL CImageList::Draw(CDC* dc, int image, POINT point, UINT)
     const DWORD* px = GetImagePixels(image);
     if (!dc || !px)
         return FALSE;
-    // Device positions are int: an image whose last pixel lies beyond has none.
-    if (static_cast<long long>(point.x) + m_cx - 1 > INT32_MAX || static_cast<long long>(point.y) + m_cy - 1 > INT32_MAX)
+    // Device positions are int, the far edge of a rectangle included: an image
+    // that would end beyond has no place.
+    if (static_cast<long long>(point.x) + m_cx > INT32_MAX || static_cast<long long>(point.y) + m_cy > INT32_MAX)
         return FALSE;
     // Opaque runs of each row go to the device as one-row bitmaps, so the device's
     // pixels show through the transparent ones.

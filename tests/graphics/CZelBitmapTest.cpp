@@ -464,7 +464,8 @@ TEST(CZelBitmapHostile, ImageListDrawRefusesPositionsPastInt)
     ASSERT_TRUE(b.CreateBitmap(2, 1, 1, 32, nullptr));
     ASSERT_EQ(list.Add(&b, static_cast<CBitmap*>(nullptr)), 0);
     EXPECT_FALSE(list.Draw(&dc, 0, CPoint(INT_MAX, 0), ILD_NORMAL));
-    EXPECT_TRUE(list.Draw(&dc, 0, CPoint(INT_MAX - 1, INT_MAX), ILD_NORMAL)); // last pixel at INT_MAX
+    EXPECT_FALSE(list.Draw(&dc, 0, CPoint(INT_MAX - 1, 0), ILD_NORMAL));
+    EXPECT_TRUE(list.Draw(&dc, 0, CPoint(INT_MAX - 2, INT_MAX - 1), ILD_NORMAL)); // far edges at INT_MAX
 }
 
 TEST(CZelBitmapHostile, DrawDibRectFallbackDoesNotWrapItsTarget)

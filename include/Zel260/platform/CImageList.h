@@ -48,7 +48,7 @@ public:
 
     // Draws image `image` with its top left at `point`; transparent pixels keep the
     // device's. FALSE for a null device, a bad index, or a point at which the
-    // image's last pixel would lie beyond INT_MAX.
+    // image's far edge (one past its last pixel) would lie beyond INT_MAX.
     BOOL Draw(CDC* dc, int image, POINT point, UINT style);
     // A new icon of the image (alpha 255, 0 where transparent); null for a bad
     // index. Free it with DeleteObject.
