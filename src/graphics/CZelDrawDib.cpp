@@ -51,15 +51,18 @@ BOOL CZelDrawDib::Draw(CDC* dc, int xDst, int yDst, int dxDst, int dyDst, BITMAP
     if (!m_session || !dc || !info || !bits || dc->IsPrinting())
         return FALSE;
     const auto start = std::chrono::steady_clock::now();
-    const int height = info->biHeight < 0 ? -info->biHeight : info->biHeight;
+    const long long height = info->biHeight < 0 ? -static_cast<long long>(info->biHeight) : info->biHeight;
     // The session takes top-down source coordinates; a bottom-up DIB counts from
-    // its bottom row.
-    const int sy = info->biHeight < 0 ? ySrc : height - ySrc - dySrc;
+    // its bottom row. A row that can't be named in int can't be drawn.
+    const long long sy = info->biHeight < 0 ? ySrc : height - ySrc - dySrc;
+    if (sy < INT32_MIN || sy > INT32_MAX)
+        return FALSE;
     BITMAPINFO whole{};
     whole.bmiHeader = *info;
     const int oldMode = dc->SetStretchBltMode((flags & DDF_HALFTONE) ? HALFTONE : COLORONCOLOR);
     const int lines =
-        dc->StretchDIBits(xDst, yDst, dxDst, dyDst, xSrc, sy, dxSrc, dySrc, bits, &whole, DIB_RGB_COLORS, SRCCOPY);
+        dc->StretchDIBits(xDst, yDst, dxDst, dyDst, xSrc, static_cast<int>(sy), dxSrc, dySrc, bits, &whole,
+                          DIB_RGB_COLORS, SRCCOPY);
     dc->SetStretchBltMode(oldMode);
     ++m_session->draws;
     m_session->drawTime += std::chrono::steady_clock::now() - start;
