@@ -44,6 +44,9 @@ QImage dibImage(const void* bits, const BITMAPINFO* info)
     const BITMAPINFOHEADER& h = info->bmiHeader;
     if (h.biBitCount != 32 || h.biCompression != BI_RGB || h.biWidth < 1 || h.biHeight == 0 || h.biHeight == INT32_MIN)
         return QImage();
+    // A row's byte count must be an int for the view.
+    if (h.biWidth > INT_MAX / 4)
+        return QImage();
     const int w = h.biWidth, ht = h.biHeight < 0 ? -h.biHeight : h.biHeight;
     QImage view(static_cast<const uchar*>(bits), w, ht, w * 4, QImage::Format_RGB32);
     return h.biHeight < 0 ? view : view.mirrored(false, true);

@@ -138,6 +138,21 @@ TEST(CQtDC, CopiesFromAWidgetLandWhereTheyLieAndBlackBeyondIt)
     EXPECT_EQ(px(img, 2, 2), qRgb(10, 20, 30));
 }
 
+TEST(CQtDC, DibHeadersWiderThanARowCanAddressAreRefused)
+{
+    // 2^29 pixels a row have 2^31 bytes, one past int: nothing of such a picture
+    // can be viewed, not even the one pixel asked for.
+    QImage img(2, 2, QImage::Format_RGB32);
+    img.fill(Qt::white);
+    CQtDC dc(&img);
+    const DWORD pixel = 0x00FF0000;
+    BITMAPINFO info{};
+    info.bmiHeader = BITMAPINFOHEADER{40, 0x20000000, -1, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    EXPECT_EQ(dc.SetDIBitsToDevice(0, 0, 1, 1, 0, 0, 0, 1, &pixel, &info, DIB_RGB_COLORS), 0);
+    EXPECT_EQ(dc.StretchDIBits(0, 0, 1, 1, 0, 0, 1, 1, &pixel, &info, DIB_RGB_COLORS, SRCCOPY), 0);
+    EXPECT_EQ(dc.GetPixel(0, 0), RGB(255, 255, 255));
+}
+
 TEST(CQtDC, PrinterDeviceWritesAPdfPage)
 {
     zeltest::TempDir dir;
