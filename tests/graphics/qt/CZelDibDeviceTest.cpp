@@ -258,6 +258,30 @@ TEST(CZelBitmapPictureRoute, QtReadersAreInstalledAndRefuseDamagedFiles)
     EXPECT_EQ(bitmap.GetSafeHandle(), nullptr);
 }
 
+TEST(CZelBitmapPictureRoute, EveryCutOfABitmapFileFailsOnAllThreeRoutes)
+{
+    QImage source(3, 2, QImage::Format_RGB32);
+    source.fill(qRgb(9, 8, 7));
+    QByteArray bmp;
+    QBuffer buffer(&bmp);
+    buffer.open(QIODevice::WriteOnly);
+    ASSERT_TRUE(source.save(&buffer, "BMP"));
+    HBITMAP direct = ZelQtLoadPicture(bmp.constData(), static_cast<std::size_t>(bmp.size()));
+    ASSERT_NE(direct, nullptr); // the whole file reads on the picture route itself
+    EXPECT_EQ(ZelBitmapScanLine(direct, 1)[2] & 0xFFFFFF, 0x090807u);
+    DeleteObject(direct);
+    EXPECT_EQ(ZelQtLoadPicture(bmp.constData(), static_cast<std::size_t>(bmp.size() - 1)), nullptr);
+    zeltest::TempDir dir;
+    const std::string whole = dir.write("whole.bmp", std::string(bmp.constData(), bmp.size()));
+    for (int n = 0; n < bmp.size(); ++n) {
+        CZelBitmap b;
+        ASSERT_TRUE(b.LoadBitmap(whole.c_str()));
+        const std::string cut = dir.write("cut.bmp", std::string(bmp.constData(), n));
+        EXPECT_FALSE(b.LoadBitmap(cut.c_str())) << "cut at " << n;
+        EXPECT_EQ(b.GetSafeHandle(), nullptr) << "cut at " << n;
+    }
+}
+
 TEST(CZelBitmapSave, WritesThroughAPrinterContextToo)
 {
     // SaveBitmap needs some device; any of the Qt ones will do.
