@@ -46,6 +46,7 @@ public:
     // null device or bitmap.
     BOOL Create(CDC* dc, CBitmap* bitmap, int topDown);
     // The bitmap resource `id` of `module` (as CZelBitmap::LoadBitmap loads it).
+    // FALSE for a null device or module, or a resource that doesn't load.
     BOOL Create(CDC* dc, HINSTANCE module, UINT id, int topDown);
     // A picture file, by the routes of CZelBitmap::LoadBitmap. FALSE for an empty
     // name or a file that no route reads.
