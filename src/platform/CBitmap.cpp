@@ -44,13 +44,9 @@ bool isLive(const HBITMAP__* b)
     return l.handles.count(b) != 0;
 }
 
-// Pixel counts are limited so that byte sizes stay inside 32 bits, as the headers
-// that describe them are 32-bit.
-constexpr long long kMaxPixels = 0x1FFFFFFF;
-
 HBITMAP makeBitmap(int width, int height, int bitsPixel, bool dib, bool bottomUp)
 {
-    if (width < 1 || height < 1 || static_cast<long long>(width) * height > kMaxPixels)
+    if (width < 1 || height < 1 || static_cast<long long>(width) * height > ZEL_MAX_BITMAP_PIXELS)
         return nullptr;
     auto* b = new (std::nothrow) HBITMAP__;
     if (!b)

@@ -25,10 +25,9 @@ bool readBitmap(CBitmap* bitmap, std::vector<DWORD>& pixels, int& w, int& h)
 
 BOOL CImageList::Create(int cx, int cy, UINT flags, int initial, int grow)
 {
-    // Each image is kept at the list's size; no bitmap holds more pixels than this,
-    // and a larger list would only fail (or exhaust memory) at its first Add.
-    constexpr long long kMaxImagePixels = 0x1FFFFFFF;
-    if (cx < 1 || cy < 1 || static_cast<long long>(cx) * cy > kMaxImagePixels || m_cx > 0)
+    // Each image is kept at the list's size; a list larger than any bitmap would
+    // only fail (or exhaust memory) at its first Add.
+    if (cx < 1 || cy < 1 || static_cast<long long>(cx) * cy > ZEL_MAX_BITMAP_PIXELS || m_cx > 0)
         return FALSE;
     m_cx = cx;
     m_cy = cy;

@@ -27,8 +27,8 @@ public:
     CImageList(const CImageList&) = delete;
     CImageList& operator=(const CImageList&) = delete;
 
-    // Images of cx by cy pixels (both >= 1, cx * cy at most 0x1FFFFFFF, the most a
-    // bitmap holds). `initial` and `grow` only reserve room. FALSE for a bad size or
+    // Images of cx by cy pixels (both >= 1, cx * cy at most ZEL_MAX_BITMAP_PIXELS,
+    // the most a bitmap holds). `initial` and `grow` only reserve room. FALSE for a bad size or
     // when the list exists.
     BOOL Create(int cx, int cy, UINT flags, int initial, int grow);
     BOOL DeleteImageList();
