@@ -52,7 +52,7 @@ HBITMAP loadThroughFreeImage(const char* name)
 {
     std::vector<std::uint32_t> pixels;
     int w = 0, h = 0;
-    if (!zelfi::load(name, pixels, w, h))
+    if (!zelfi::load(name, pixels, w, h, ZEL_MAX_BITMAP_PIXELS))
         return nullptr;
     return CreateBitmap(w, h, 1, 32, pixels.data());
 }

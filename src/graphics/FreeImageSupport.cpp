@@ -63,12 +63,20 @@ long DLL_CALLCONV tellWatched(fi_handle handle)
 
 } // namespace
 
-bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height)
+bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height, long long maxPixels)
 {
     init();
     const FREE_IMAGE_FORMAT fif = formatOf(fileName);
     if (fif == FIF_UNKNOWN)
         return false;
+    // Decoding makes (and clears) the whole image the header describes, however
+    // short the file: a few bytes could ask for gigabytes. Where the format lets the
+    // header be read alone, a size that can't be kept ends it first.
+    if (FreeImage_FIFSupportsNoPixels(fif)) {
+        int w = 0, h = 0, bpp = 0;
+        if (!tell(fileName, w, h, bpp) || w < 1 || h < 1 || static_cast<long long>(w) * h > maxPixels)
+            return false;
+    }
     WatchedFile watched;
     watched.file = std::fopen(fileName, "rb");
     if (!watched.file)

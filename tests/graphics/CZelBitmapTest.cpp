@@ -246,6 +246,61 @@ TEST(CZelBitmapFiles, ColourCountOfATrueColourHeaderReservesNothing)
     EXPECT_EQ(ZelCreateBitmapFromBmpData(packed.data(), packed.size()), nullptr);
 }
 
+namespace {
+
+long statusKiB(const char* key)
+{
+    std::ifstream f("/proc/self/status");
+    std::string line;
+    while (std::getline(f, line))
+        if (line.rfind(key, 0) == 0)
+            return std::stol(line.substr(std::strlen(key)));
+    return -1;
+}
+
+// Starts a new peak of resident memory; false where the system can't.
+bool resetResidentPeak()
+{
+    std::ofstream f("/proc/self/clear_refs");
+    f << "5";
+    f.close();
+    return f.good() && statusKiB("VmHWM:") >= 0;
+}
+
+} // namespace
+
+TEST(CZelBitmapFiles, AHeaderClaimingMoreThanABitmapHoldsDecodesNothing)
+{
+    // 62 bytes that claim 32768 by 32768 pixels at one bit. No bitmap holds 2^30
+    // pixels, so nothing of it may be decoded: a decoder would first make and clear
+    // the 128 MiB it describes.
+    std::string s = "BM";
+    put32(s, 62);
+    put32(s, 0);
+    put32(s, 62);
+    put32(s, 40);
+    put32(s, 32768);
+    put32(s, 32768);
+    put16(s, 1);
+    put16(s, 1);
+    for (int i = 0; i < 6; ++i)
+        put32(s, 0);
+    put32(s, 0);
+    put32(s, 0xFFFFFF);
+    zeltest::TempDir dir;
+    const std::string path = dir.write("claims.bmp", s);
+    if (!resetResidentPeak()) {
+        GTEST_SKIP() << "no resident peak to read";
+    }
+    const long before = statusKiB("VmRSS:");
+    CZelBitmap b;
+    EXPECT_FALSE(b.LoadBitmap(path.c_str()));
+    EXPECT_LT(statusKiB("VmHWM:") - before, 32 * 1024);
+    int w = 0, h = 0, bpp = 0;
+    EXPECT_TRUE(CZelBitmap::GetImageSize(path.c_str(), &w, &h, &bpp)); // the header itself is fine
+    EXPECT_EQ(w, 32768);
+}
+
 TEST(CZelBitmapFiles, BackslashesSeparateFoldersAsInEveryPathFunction)
 {
     zeltest::TempDir dir;
