@@ -193,3 +193,36 @@ TEST(CZelTimeSpan, AddingStaysInsideTheRange)
     EXPECT_LT(o.m_span, 0.0);
     EXPECT_FALSE(S::AddDays(o, -1, S::eRangeCTimeSpan));
 }
+
+// Each unit added to a COleDateTimeSpan is the span the platform builds from that
+// many units, so counting up to the control's 23:59:59 lands on it exactly and the
+// same span can be taken off again.
+TEST(CZelTimeSpan, OleUnitsAddUpToTheControlMaximumExactly)
+{
+    COleDateTimeSpan lo, hi;
+    S::GetPhysicalRange(S::eRangeDateTimeSpanCtrl, lo, hi);
+    struct Row {
+        const char* name;
+        int (*add)(COleDateTimeSpan&, int, S::eRangeType);
+        int n;
+        COleDateTimeSpan expected;
+    };
+    const Row rows[] = {
+        {"seconds", &S::AddSeconds, 86399, COleDateTimeSpan(0, 0, 0, 86399)},
+        {"minutes", &S::AddMinutes, 1439, COleDateTimeSpan(0, 0, 1439, 0)},
+        {"hours", &S::AddHours, 23, COleDateTimeSpan(0, 23, 0, 0)},
+        {"days", &S::AddDays, 3, COleDateTimeSpan(3, 0, 0, 0)},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        COleDateTimeSpan up(0.0);
+        EXPECT_TRUE(r.add(up, r.n, S::eRangeOleDateTimeSpan));
+        EXPECT_EQ(up.m_span, r.expected.m_span);
+        EXPECT_TRUE(r.add(up, -r.n, S::eRangeOleDateTimeSpan));
+        EXPECT_EQ(up.m_span, 0.0);
+    }
+    COleDateTimeSpan a(0.0);
+    ASSERT_TRUE(S::AddSeconds(a, 86399, S::eRangeDateTimeSpanCtrl));
+    EXPECT_EQ(a.m_span, hi.m_span);
+    EXPECT_TRUE(S::SubtractTimeSpan(a, hi, S::eRangeDateTimeSpanCtrl));
+}
