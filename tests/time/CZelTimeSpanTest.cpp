@@ -59,6 +59,8 @@ TEST(CZelTimeSpan, SetMjdRespectsTheRangeAndWrapsCTimeSpan)
     EXPECT_DOUBLE_EQ(z.Mjd(), 1.0);
     z.Mjd(0.25);
     EXPECT_DOUBLE_EQ(z.Mjd(), 0.25);
+    z.Mjd(2147483647.0); // the upper limit is the count of seconds taken as days
+    EXPECT_DOUBLE_EQ(z.Mjd(), 2147483647.0);
 
     CTimeSpan c(5);
     S::SetMjd(1.0, c);
