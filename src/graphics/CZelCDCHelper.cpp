@@ -112,6 +112,15 @@ BOOL CZelCDCHelper::GetPaperSizeInInches(const DEVMODE* mode, double& width, dou
     return FALSE;
 }
 
+BOOL CZelCDCHelper::GetPaperSizeInInches(const CPrintInfo* info, double& width, double& height)
+{
+    if (!info) {
+        width = height = 0;
+        return FALSE;
+    }
+    return GetPaperSizeInInches(info->GetDevMode(), width, height);
+}
+
 CRect CZelCDCHelper::CalculatePrintArea(CDC* dc, double paperWidth, double paperHeight, CRect margins, int metric)
 {
     if (!dc)

@@ -31,7 +31,29 @@ TEST(PaperSize, CommonCodesAndCustomSizes)
         EXPECT_NEAR(h, r.height, 1e-9) << r.name;
     }
     double w = 1, h = 1;
-    EXPECT_FALSE(CZelCDCHelper::GetPaperSizeInInches(nullptr, w, h));
+    EXPECT_FALSE(CZelCDCHelper::GetPaperSizeInInches(static_cast<const DEVMODE*>(nullptr), w, h));
     EXPECT_EQ(w, 0);
     EXPECT_TRUE(CZelCDCHelper::CalculatePrintArea(nullptr, 8.5, 11, CRect(), 0).IsRectEmpty());
+
+    CPrintInfo* noJob = nullptr;
+    EXPECT_FALSE(CZelCDCHelper::GetPaperSizeInInches(noJob, w, h));
+}
+
+TEST(PaperSize, PrintJobReadsItsPrintersMode)
+{
+    CPrintInfo info;
+    double w = 0, h = 0;
+    ASSERT_TRUE(CZelCDCHelper::GetPaperSizeInInches(&info, w, h)) << "a job starts on A4";
+    EXPECT_NEAR(w, 210 / 25.4, 1e-9);
+    DEVMODE letter;
+    letter.dmPaperSize = DMPAPER_LETTER;
+    info.SetDevMode(letter);
+    ASSERT_TRUE(CZelCDCHelper::GetPaperSizeInInches(&info, w, h));
+    EXPECT_EQ(w, 8.5);
+    EXPECT_EQ(h, 11);
+    info.SetMinPage(2);
+    info.SetMaxPage(5);
+    info.SetPageRange(1, 9);
+    EXPECT_EQ(info.GetFromPage(), 2u) << "the chosen range stays within the document";
+    EXPECT_EQ(info.GetToPage(), 5u);
 }

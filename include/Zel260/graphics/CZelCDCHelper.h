@@ -4,21 +4,7 @@
 
 #include <Zel260/platform/CDC.h>
 #include <Zel260/platform/CGeometry.h>
-
-// The part of a printer's device mode that the paper helpers read.
-struct DEVMODE {
-    short dmOrientation = 1;  // 1 portrait, 2 landscape
-    short dmPaperSize = 0;    // a DMPAPER_ code, or 0 for a custom size
-    short dmPaperLength = 0;  // tenths of a millimetre, for custom sizes
-    short dmPaperWidth = 0;   // tenths of a millimetre, for custom sizes
-};
-
-constexpr short DMPAPER_LETTER = 1;
-constexpr short DMPAPER_LEGAL = 5;
-constexpr short DMPAPER_A3 = 8;
-constexpr short DMPAPER_A4 = 9;
-constexpr short DMPAPER_A5 = 11;
-
+#include <Zel260/platform/CPrintInfo.h>
 
 class CZelCDCHelper {
 public:
@@ -37,6 +23,9 @@ public:
     // size (code 0 or unknown) by its width and length in tenths of millimetres.
     // FALSE, with both 0, for a null mode or a size that can't be told.
     static BOOL GetPaperSizeInInches(const DEVMODE* mode, double& width, double& height);
+    // The same for the printer's mode of a print job; FALSE, with both 0, for a
+    // null job.
+    static BOOL GetPaperSizeInInches(const CPrintInfo* info, double& width, double& height);
     // The area to print on, in device pixels of `dc` relative to the printable
     // area's corner: the page of paperWidth x paperHeight inches within `margins`
     // (left, top, right, bottom; hundredths of millimetres when `metric`, else

@@ -11,6 +11,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QResizeEvent>
 #include <QWidget>
@@ -257,6 +258,15 @@ CZelSubclassWnd* CZelSubclassWnd::FromHandle(HWND hWnd)
 LRESULT CZelSubclassWnd::WindowProc(UINT, WPARAM, LPARAM) { return Default(); }
 
 void CZelSubclassWnd::OnDestroyWindow() {}
+
+RECT CZelSubclassWnd::GetPaintRect() const
+{
+    const CallFrame* f = d->frame;
+    if (!f || f->msg != WM_PAINT || !f->event || f->event->type() != QEvent::Paint)
+        return RECT{};
+    const QRect r = static_cast<const QPaintEvent*>(f->event)->rect();
+    return RECT{r.left(), r.top(), r.left() + r.width(), r.top() + r.height()};
+}
 
 LRESULT CZelSubclassWnd::Default()
 {

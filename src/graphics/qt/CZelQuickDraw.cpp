@@ -1,5 +1,6 @@
 #include <Zel260/graphics/qt/CZelQuickDraw.h>
 
+#include <Zel260/graphics/CZelCDCHelper.h>
 #include <Zel260/hosts/qt/CZelView.h>
 #include <Zel260/platform/SysColors.h>
 #include <Zel260/platform/qt/CQtDC.h>
@@ -169,8 +170,16 @@ void CZelQuickDraw::paint()
     if (!w || !mem)
         return;
     if (m_view) {
+        // Only the part the paint asked for is redrawn; the rest of the buffer still
+        // holds the last picture. The buffer outlives the paint, so the clip of an
+        // earlier paint must not narrow this one.
+        m_buffer->dc->painter()->setClipping(false);
+        const CRect clip(GetPaintRect());
+        if (!clip.IsRectEmpty())
+            CZelCDCHelper::SelectClipRect(mem, clip);
         EraseBkgnd(m_wnd);
         m_view->OnDraw(mem);
+        m_buffer->dc->painter()->setClipping(false);
     } else if (!m_fresh) {
         std::shared_ptr<bool> alive = m_alive;
         QMetaObject::invokeMethod(

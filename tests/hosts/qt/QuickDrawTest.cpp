@@ -169,3 +169,36 @@ TEST(CDCHelper, ClipRectangleAndPrintArea)
     EXPECT_NEAR(width - inner.right, 20 / 25.4 * dpi, dpi / 100.0);
     EXPECT_NEAR(inner.top, 20 / 25.4 * dpi, dpi / 100.0);
 }
+
+namespace {
+
+class ColourView : public CZelView {
+public:
+    void OnDraw(CDC* dc) override { dc->FillSolidRect(RECT{0, 0, 1000, 1000}, colour); }
+    COLORREF colour = RGB(0, 0, 255);
+};
+
+} // namespace
+
+TEST(QuickDraw, ViewPaintIsClippedToThePaintedRectangle)
+{
+    ColourView v;
+    v.resize(60, 40);
+    v.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&v));
+    CZelQuickDraw quick;
+    ASSERT_EQ(quick.Install(&v), 1);
+    v.repaint();
+    CDC* mem = quick.GetCompDC(nullptr);
+    ASSERT_NE(mem, nullptr);
+    EXPECT_EQ(pixel(mem, 50, 30), RGB(0, 0, 255));
+
+    v.colour = RGB(255, 0, 0);
+    v.repaint(QRect(0, 0, 10, 10));
+    EXPECT_EQ(pixel(mem, 5, 5), RGB(255, 0, 0)) << "inside the paint's clip box";
+    EXPECT_EQ(pixel(mem, 50, 30), RGB(0, 0, 255)) << "outside it the buffer keeps its picture";
+
+    v.colour = RGB(0, 255, 0);
+    v.repaint();
+    EXPECT_EQ(pixel(mem, 50, 30), RGB(0, 255, 0)) << "an earlier clip doesn't narrow a later paint";
+}

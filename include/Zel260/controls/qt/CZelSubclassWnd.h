@@ -62,6 +62,11 @@ public:
     // WM_MOUSEACTIVATE). Outside WindowProc: 0.
     LRESULT Default();
 
+protected:
+    // Inside WindowProc for WM_PAINT: the rectangle that needs painting (client
+    // pixels, right and bottom exclusive); empty otherwise.
+    RECT GetPaintRect() const;
+
 private:
     struct Impl;
     friend struct Impl;
