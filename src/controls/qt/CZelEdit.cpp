@@ -24,7 +24,7 @@
 
 #include <algorithm>
 
-IMPLEMENT_DYNAMIC(CZelEdit, CWnd)
+IMPLEMENT_DYNCREATE(CZelEdit, CWnd)
 
 namespace {
 
@@ -569,6 +569,10 @@ BOOL CZelEdit::SubclassWindow(HWND hWnd)
         if (parent && parent->layout())
             delete parent->layout()->replaceWidget(old, this);
         setVisible(!old->isHidden());
+        // The old window lingers until the event loop deletes it; it must not
+        // answer to the id meanwhile.
+        ZelSetDlgCtrlID(hWnd, 0);
+        old->hide();
         old->deleteLater();
     }
     m_initialized = 0;

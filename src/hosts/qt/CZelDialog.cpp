@@ -136,6 +136,8 @@ BOOL CZelDialog::CreateChild(HINSTANCE instance, QWidget* parent)
 
 BOOL CZelDialog::OnInitDialog()
 {
+    if (m_toolbarEnabled)
+        CreateToolbar();
     GetToolTip();
     InitChildDialogs(TRUE);
     m_initialized = TRUE;
@@ -211,17 +213,22 @@ void CZelDialog::EnableDisable() {}
 void CZelDialog::EnableOkButton()
 {
     if (m_childInDialog) {
-        for (QWidget* p = parentWidget(); p; p = p->parentWidget())
-            if (auto* d = dynamic_cast<CZelDialog*>(p)) {
-                d->EnableOkButton();
-                return;
-            }
+        EnableParentDialogOkButton();
         return;
     }
     const BOOL enable = OnEnableOkButton(FALSE);
     for (int id : {IDOK, ID_APPLY_NOW})
         if (QWidget* w = ZelWidgetFromHwnd(::GetDlgItem(m_hWnd, id)))
             w->setEnabled(enable != 0);
+}
+
+void CZelDialog::EnableParentDialogOkButton()
+{
+    for (QWidget* p = parentWidget(); p; p = p->parentWidget())
+        if (auto* d = dynamic_cast<CZelDialog*>(p)) {
+            d->EnableOkButton();
+            return;
+        }
 }
 
 BOOL CZelDialog::OnCommand(WPARAM wParam, LPARAM lParam)

@@ -64,6 +64,11 @@ BOOL CZelDialogCV::OnEnableOkButton(BOOL showMessage)
         }
         return FALSE;
     }
+    return OnChildDialogEnableOk(showMessage);
+}
+
+BOOL CZelDialogCV::OnChildDialogEnableOk(BOOL showMessage)
+{
     if (auto* child = dynamic_cast<CZelDialogCV*>(CurrentChildDialog()))
         return child->OnEnableOkButton(showMessage);
     return TRUE;

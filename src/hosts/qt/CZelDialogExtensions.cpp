@@ -1,8 +1,12 @@
 #include <Zel260/hosts/qt/CZelDialogExtensions.h>
 #include <Zel260/hosts/qt/CZelDialog.h>
+#include <Zel260/hosts/qt/CZelDlgToolBar.h>
+
+#include <Zel260/controls/qt/CZelEditSwitched.h>
 
 #include <Zel260/platform/qt/QtWindowBackend.h>
 
+#include <QLayout>
 #include <QPushButton>
 
 #include <algorithm>
@@ -69,7 +73,8 @@ int CZelDialogExtensions::InitChildDialogs(int move)
     const bool hostHasDefault = std::ranges::any_of(host->findChildren<QPushButton*>(),
                                                     [](QPushButton* b) { return b->isDefault(); });
     for (CChildDialog& c : m_children) {
-        if (!c.dialog->CreateChild(c.instance, areaParent))
+        if (!CreateCheckedIndirect(c.instance, c.templateId, c.dialog,
+                                   CWnd::FromHandle(ZelHwndFromWidget(areaParent)), TRUE))
             continue;
         const QSize size = c.dialog->sizeHint();
         c.original = CRect(0, 0, size.width(), size.height());
@@ -86,6 +91,19 @@ int CZelDialogExtensions::InitChildDialogs(int move)
     if (!m_children.empty())
         SwitchChildDialog(m_startChild, FALSE);
     return 1;
+}
+
+BOOL CZelDialogExtensions::CreateCheckedIndirect(HINSTANCE instance, UINT id, CZelDialog* dialog, CWnd* parent,
+                                                 BOOL child)
+{
+    if (!dialog)
+        return FALSE;
+    dialog->SetTemplateId(id);
+    if (child) {
+        QWidget* p = widgetOf(parent);
+        return p ? dialog->CreateChild(instance, p) : FALSE;
+    }
+    return dialog->Create(instance, parent);
 }
 
 BOOL CZelDialogExtensions::SwitchChildDialog(int idOrIndex, int byId)
@@ -154,6 +172,68 @@ void CZelDialogExtensions::OnUnsetDialogDocument()
 {
     for (CChildDialog& c : m_children)
         c.dialog->UnsetDialogDocument();
+}
+
+BOOL CZelDialogExtensions::CreateToolbar()
+{
+    QWidget* host = widgetOf(m_servicesHost);
+    if (!host)
+        return FALSE;
+    if (m_toolbar)
+        return TRUE;
+    const QList<QWidget*> children = host->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    m_toolbar = new CZelDlgToolBar(host);
+    const int height = m_toolbar->sizeHint().height();
+    m_toolbar->setGeometry(0, 0, host->width(), height);
+    // The template's controls keep their places relative to each other below the
+    // bar; a layout, if the dialog has one, makes room for the bar at its top.
+    if (QLayout* layout = host->layout()) {
+        layout->setMenuBar(m_toolbar);
+    } else {
+        for (QWidget* w : children)
+            if (!w->isWindow())
+                w->move(w->x(), w->y() + height);
+        host->resize(host->width(), host->height() + height);
+    }
+    m_childArea.OffsetRect(0, height);
+    m_toolbar->show();
+    return TRUE;
+}
+
+CZelDlgToolBar* CZelDialogExtensions::GetToolbar() const { return m_toolbar; }
+
+CZelEditSwitched* CZelDialogExtensions::AddEdit(UINT id, CRuntimeClass* cls)
+{
+    auto holder = std::make_unique<CZelEditSwitched>();
+    if (!holder->Create(id, m_servicesHost, cls))
+        return nullptr;
+    std::erase_if(m_switched, [id](const auto& h) { return h->GetDlgCtrlID() == id; });
+    m_switched.push_back(std::move(holder));
+    return m_switched.back().get();
+}
+
+BOOL CZelDialogExtensions::AddEdit(UINT id, CZelEdit* edit)
+{
+    if (!edit || !m_servicesHost)
+        return FALSE;
+    return edit->SubclassDlgItem(id, m_servicesHost);
+}
+
+CZelEditSwitched* CZelDialogExtensions::GetEditSwitched(UINT id) const
+{
+    for (const auto& h : m_switched)
+        if (h->GetDlgCtrlID() == id)
+            return h.get();
+    return nullptr;
+}
+
+BOOL CZelDialogExtensions::ShiftChildWnd(CWnd* wnd, int dx, int dy)
+{
+    QWidget* w = widgetOf(wnd);
+    if (!w)
+        return FALSE;
+    w->move(w->x() + dx, w->y() + dy);
+    return TRUE;
 }
 
 BOOL CZelDialogExtensions::ShiftDlgItem(UINT id, int dx, int dy)

@@ -33,7 +33,7 @@
 #include <vector>
 
 class CZelEdit : public QLineEdit, public CWnd, public CZelInputControl, public ZelMessageTarget {
-    DECLARE_DYNAMIC(CZelEdit)
+    DECLARE_DYNCREATE(CZelEdit)
 
 public:
     enum eConversion { eConversionNone = 0, eConversionUpper = 1, eConversionLower = 2 };

@@ -56,8 +56,10 @@ public:
     virtual BOOL OnEnableOkButton(BOOL showMessage);
     virtual void EnableDisable();
     // Enables or disables OK and Apply by OnEnableOkButton(0); a child dialog asks
-    // its parent dialog instead.
+    // its parent dialog instead (EnableParentDialogOkButton).
     void EnableOkButton();
+    // EnableOkButton of the nearest dialog around this one; nothing without one.
+    void EnableParentDialogOkButton();
     // WM_COMMAND: OK, Cancel and the notifications of combo and list boxes.
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
 

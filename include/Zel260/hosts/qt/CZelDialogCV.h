@@ -26,6 +26,10 @@ public:
     // empty field, which gets the focus. Otherwise the current child dialog decides.
     BOOL OnEnableOkButton(BOOL showMessage) override;
     BOOL SwitchChildDialog(int idOrIndex, int byId = FALSE) override;
+    // Whether the child dialogs let OK be enabled once this dialog's own fields
+    // are filled: the current validating child dialog's OnEnableOkButton, TRUE
+    // without one.
+    virtual BOOL OnChildDialogEnableOk(BOOL showMessage);
 
     CWnd* ValidateAllDlgCtrls(int ignoreEmpty, int command, unsigned long& detail, CString& text) override;
     CWnd* GetFirstEmptyDlgItem(unsigned long& detail) override;

@@ -10,9 +10,13 @@
 #include <Zel260/hosts/qt/CZelHostServices.h>
 #include <Zel260/platform/CObject.h>
 
+#include <memory>
 #include <vector>
 
 class CZelDialog;
+class CZelDlgToolBar;
+class CZelEdit;
+class CZelEditSwitched;
 
 class CZelDialogExtensions : public virtual CZelHostServices {
 public:
@@ -37,6 +41,11 @@ public:
     // child dialog there and shows the start child. 1 also without a placeholder
     // (then nothing happens).
     virtual int InitChildDialogs(int move = TRUE);
+    // Makes `dialog` from template `id` of `instance` (null: the current resource
+    // module) inside `parent`: with `child`, a plain child window without caption
+    // or border (as child dialogs are); otherwise a window of its own, owned by
+    // `parent` and shown. FALSE for a null dialog or a template that isn't there.
+    static BOOL CreateCheckedIndirect(HINSTANCE instance, UINT id, CZelDialog* dialog, CWnd* parent, BOOL child);
     // Shows child `idOrIndex` (a template id when `byId`), hiding the current one.
     // FALSE when there is no such child.
     virtual BOOL SwitchChildDialog(int idOrIndex, int byId = FALSE);
@@ -63,8 +72,30 @@ public:
     virtual void OnSetDialogDocument(CObject* document);
     virtual void OnUnsetDialogDocument();
 
+    // A tool bar along the top of the dialog: EnableToolbar before the dialog is
+    // initialised makes OnInitDialog call CreateToolbar. CreateToolbar makes the
+    // bar (once), moves every other child down by its height and makes the window
+    // that much taller; FALSE without a host window. GetToolbar: null until made.
+    void EnableToolbar(BOOL enable) { m_toolbarEnabled = enable; }
+    BOOL IsToolbarEnabled() const { return m_toolbarEnabled; }
+    virtual BOOL CreateToolbar();
+    CZelDlgToolBar* GetToolbar() const;
+
+    // An edit in the place of template control `id`: of class `cls` (CZelEdit
+    // when null), held by a CZelEditSwitched that the dialog owns and that can
+    // change the edit's class later. Null when there is no such control or `cls`
+    // doesn't make a CZelEdit. AddEdit with an edit object puts that edit (which
+    // then belongs to the dialog window) in the control's place.
+    CZelEditSwitched* AddEdit(UINT id, CRuntimeClass* cls = nullptr);
+    BOOL AddEdit(UINT id, CZelEdit* edit);
+    // The holder made by AddEdit for control `id`, null when none.
+    CZelEditSwitched* GetEditSwitched(UINT id) const;
+
     // Moves control `id` by (dx, dy) pixels; FALSE when there is none.
     BOOL ShiftDlgItem(UINT id, int dx, int dy);
+    // Moves a child window of the host by (dx, dy) pixels; FALSE when `wnd` isn't
+    // a window.
+    BOOL ShiftChildWnd(CWnd* wnd, int dx, int dy);
     // The lowest control id above every id in use in the host (at least 1001).
     int GetNextFreeDlgItemID() const;
 
@@ -76,4 +107,9 @@ protected:
     std::vector<CChildDialog> m_children;
     CRect m_childArea;
     CObject* m_document = nullptr;
+    BOOL m_toolbarEnabled = FALSE;
+
+private:
+    CZelDlgToolBar* m_toolbar = nullptr; // a child of the host window
+    std::vector<std::unique_ptr<CZelEditSwitched>> m_switched;
 };
