@@ -9,6 +9,10 @@
 #include <Zel260/platform/qt/QtWindowBackend.h>
 
 #include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMainWindow>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QListWidget>
@@ -26,6 +30,19 @@ void sendCommand(HWND to, HWND from, WORD code)
 {
     ::SendMessage(to, WM_COMMAND, MAKEWPARAM(static_cast<WORD>(::GetDlgCtrlID(from)), code),
                   reinterpret_cast<LPARAM>(from));
+}
+
+// The application's main window: the dialog's owner window if it is one, else
+// the first main window among the top-level windows.
+QMainWindow* mainWindowOf(QWidget* dialog)
+{
+    for (QWidget* p = dialog->parentWidget(); p; p = p->parentWidget())
+        if (auto* m = qobject_cast<QMainWindow*>(p->window()))
+            return m;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* m = qobject_cast<QMainWindow*>(w))
+            return m;
+    return nullptr;
 }
 
 } // namespace
@@ -138,6 +155,17 @@ BOOL CZelDialog::OnInitDialog()
 {
     if (m_toolbarEnabled)
         CreateToolbar();
+    // Qt runs an action's shortcut in every window the action is added to.
+    if (m_acceleratorsActive && !m_childInDialog)
+        if (QMainWindow* main = mainWindowOf(this))
+            for (QAction* a : main->findChildren<QAction*>())
+                if (!a->shortcut().isEmpty() && !actions().contains(a)) {
+                    addAction(a);
+                    ++m_accelerators;
+                }
+    // The title bar's help button (context help) where the window manager has one.
+    if (!m_childInDialog)
+        setWindowFlag(Qt::WindowContextHelpButtonHint, true);
     GetToolTip();
     InitChildDialogs(TRUE);
     m_initialized = TRUE;
@@ -312,6 +340,38 @@ void CZelDialog::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);
     ArrangeItems();
+}
+
+BOOL CZelDialog::OnHelpInfo(UINT controlId)
+{
+    if (m_childInDialog) {
+        for (QWidget* p = parentWidget(); p; p = p->parentWidget())
+            if (auto* d = dynamic_cast<CZelDialog*>(p))
+                return d->OnHelpInfo(controlId);
+        return FALSE;
+    }
+    QMainWindow* main = mainWindowOf(this);
+    if (!main)
+        return FALSE;
+    ::SendMessage(ZelHwndFromWidget(main), WM_HELP, controlId, 0);
+    return TRUE;
+}
+
+void CZelDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_F1 && event->modifiers() == Qt::NoModifier) {
+        // The dialog's own record of its focus child: it holds also while the
+        // window isn't the active one.
+        QWidget* focus = focusWidget();
+        const UINT id = focus && isAncestorOf(focus) ? static_cast<UINT>(::GetDlgCtrlID(ZelHwndFromWidget(focus))) : 0;
+        const BOOL before = m_helpKey;
+        m_helpKey = TRUE;
+        OnHelpInfo(id);
+        m_helpKey = before;
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void CZelDialog::closeEvent(QCloseEvent* event)

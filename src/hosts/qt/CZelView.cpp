@@ -38,6 +38,8 @@ void CZelView::OnActivateView(BOOL activate, CZelView*, CZelView*)
     if (state == m_active)
         return;
     m_active = state;
+    if (!state)
+        ArmDblClkSlow(FALSE);
     ::PostMessage(m_hWnd, WM_ZEL_POST_ACTIVATEVIEW, static_cast<WPARAM>(state), 0);
     if (HWND parent = ::GetParent(m_hWnd))
         ::PostMessage(parent, WM_ZEL_POST_ACTIVATECHILDVIEW, static_cast<WPARAM>(state),
@@ -48,9 +50,28 @@ void CZelView::OnPostActivateView(BOOL) {}
 
 void CZelView::OnDraw(CDC*) {}
 
-LRESULT CZelView::WindowProc(UINT message, WPARAM wParam, LPARAM)
+BOOL CZelView::OnPreparePrinting(CPrintInfo*) { return TRUE; }
+void CZelView::OnBeginPrinting(CDC*, CPrintInfo*) {}
+
+void CZelView::OnPrepareDC(CDC*, CPrintInfo* info)
 {
-    if (message == WM_ZEL_POST_INITIALUPDATE)
+    // Without a page count a view prints one page, unless it says otherwise.
+    if (info && info->GetMaxPage() == 0xFFFF && info->m_nCurPage > 1)
+        info->m_bContinuePrinting = FALSE;
+}
+
+void CZelView::OnPrint(CDC* dc, CPrintInfo*) { OnDraw(dc); }
+void CZelView::OnEndPrinting(CDC*, CPrintInfo*) {}
+void CZelView::OnViewTimer(UINT_PTR) {}
+void CZelView::OnDblClkSlow(WPARAM, LPARAM) {}
+
+LRESULT CZelView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_TIMER)
+        OnViewTimer(static_cast<UINT_PTR>(wParam));
+    else if (message == WM_ZEL_DBLCLK_SLOW)
+        OnDblClkSlow(wParam, lParam);
+    else if (message == WM_ZEL_POST_INITIALUPDATE)
         OnPostInitialUpdate();
     else if (message == WM_ZEL_POST_SETFOCUS)
         OnPostSetFocus();

@@ -1,5 +1,5 @@
-// A dialog's tool bar, the edits that take the place of template controls and
-// child dialogs.
+// A dialog's tool bar, the edits that take the place of template controls, the
+// main window's shortcuts and F1 help.
 #include <Zel260/controls/qt/CZelEdit.h>
 #include <Zel260/controls/qt/CZelEditSwitched.h>
 #include <Zel260/hosts/qt/CZelDialog.h>
@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QMainWindow>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -129,6 +130,70 @@ TEST(DialogAddEdit, TakesTheControlsPlaceAndSwitchesItsKind)
     EXPECT_EQ(f->ValidateEmpty(), 1) << "validation reaches the edit held";
     QTest::keyClicks(second, "xy");
     EXPECT_EQ(f->GetString(), CString("XY")) << "typing goes to the new kind";
+}
+
+namespace {
+
+class HelpDialog : public BarDialog {
+public:
+    BOOL OnHelpInfo(UINT id) override
+    {
+        helps.push_back({id, IsHelpKey()});
+        return BarDialog::OnHelpInfo(id);
+    }
+    std::vector<std::pair<UINT, BOOL>> helps;
+};
+
+} // namespace
+
+TEST(DialogKeys, TakesTheMainWindowsShortcuts)
+{
+    QMainWindow main;
+    auto* find = new QAction("Find", &main);
+    find->setShortcut(QKeySequence("Ctrl+K"));
+    main.addAction(find);
+    auto* plain = new QAction("No key", &main);
+    main.addAction(plain);
+
+    BarDialog d;
+    d.setParent(&main, d.windowFlags());
+    ASSERT_TRUE(d.Create(module(), nullptr));
+    EXPECT_EQ(d.GetAcceleratorCount(), 1);
+    EXPECT_TRUE(d.actions().contains(find)) << "the shortcut works in the dialog's window";
+    EXPECT_FALSE(d.actions().contains(plain));
+
+    BarDialog off;
+    off.SetAcceleratorsActive(FALSE);
+    off.setParent(&main, off.windowFlags());
+    ASSERT_TRUE(off.Create(module(), nullptr));
+    EXPECT_EQ(off.GetAcceleratorCount(), 0);
+}
+
+TEST(DialogKeys, F1GoesUpFromAChildDialog)
+{
+    HelpDialog d;
+    ASSERT_TRUE(d.Create(module(), nullptr));
+    QWidget* field = item(d, kField);
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_F1);
+    ASSERT_EQ(d.helps.size(), 1u);
+    EXPECT_EQ(d.helps[0].first, static_cast<UINT>(kField)) << "the control with the focus";
+    EXPECT_TRUE(d.helps[0].second) << "the help key flag is up meanwhile";
+    EXPECT_FALSE(d.IsHelpKey());
+    EXPECT_FALSE(d.OnHelpInfo(0)) << "no main window to ask";
+
+    // A child dialog hands F1 to the dialog it lives in.
+    HelpDialog host;
+    ASSERT_TRUE(host.Create(module(), nullptr));
+    HelpDialog child;
+    child.SetChildInDialog(TRUE);
+    ASSERT_TRUE(child.CreateChild(module(), &host));
+    QWidget* inner = item(child, kField);
+    inner->setFocus();
+    QTest::keyClick(inner, Qt::Key_F1);
+    ASSERT_EQ(host.helps.size(), 1u);
+    EXPECT_EQ(host.helps[0].first, static_cast<UINT>(kField));
+    EXPECT_EQ(child.helps.size(), 1u);
 }
 
 namespace {

@@ -63,6 +63,19 @@ public:
     // WM_COMMAND: OK, Cancel and the notifications of combo and list boxes.
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
 
+    // Shortcuts of the main window (its actions with a shortcut) work in the
+    // dialog too, while active (the default): OnInitDialog takes them over.
+    void SetAcceleratorsActive(BOOL active) { m_acceleratorsActive = active; }
+    BOOL GetAcceleratorsActive() const { return m_acceleratorsActive; }
+    // How many main window shortcuts the dialog took over.
+    int GetAcceleratorCount() const { return m_accelerators; }
+    // F1 on the dialog or one of its controls, `controlId` the control with the
+    // focus (0: none). A child dialog passes it to its parent dialog; otherwise
+    // WM_HELP (wParam the control id) goes to the main window. TRUE when someone
+    // got it. IsHelpKey is TRUE while F1 is being handled.
+    virtual BOOL OnHelpInfo(UINT controlId);
+    BOOL IsHelpKey() const { return m_helpKey; }
+
     BOOL IsModeless() const { return m_modeless; }
     BOOL IsInitialized() const { return m_initialized; }
     void SetAutoDelete(BOOL autoDelete) { m_autoDelete = autoDelete; }
@@ -82,11 +95,13 @@ protected:
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
     BOOL m_initialized = FALSE;
     BOOL m_modeless = FALSE;
     BOOL m_autoDelete = TRUE;
     int m_accelerators = 0;
+    BOOL m_acceleratorsActive = TRUE;
     BOOL m_helpKey = FALSE;
 
 private:

@@ -13,6 +13,7 @@
 
 #include <Zel260/hosts/qt/CZelViewExtensions.h>
 #include <Zel260/platform/CDC.h>
+#include <Zel260/platform/CPrintInfo.h>
 #include <Zel260/platform/qt/ZelMessageTarget.h>
 
 #include <QMetaObject>
@@ -36,6 +37,22 @@ public:
     virtual void OnPostActivateView(BOOL activate);
     // Paints the view; the default does nothing.
     virtual void OnDraw(CDC* dc);
+
+    // The hooks of a print job (OnFilePrint). OnPreparePrinting sets the page
+    // range of `info` (FALSE cancels the job); OnPrepareDC readies `dc` for page
+    // info->m_nCurPage and, while the page count is unknown (maximum 0xFFFF),
+    // ends the job after the first page; OnPrint draws the page, by OnDraw here.
+    // `info` is null for OnPrepareDC outside printing.
+    virtual BOOL OnPreparePrinting(CPrintInfo* info);
+    virtual void OnBeginPrinting(CDC* dc, CPrintInfo* info);
+    virtual void OnPrepareDC(CDC* dc, CPrintInfo* info = nullptr);
+    virtual void OnPrint(CDC* dc, CPrintInfo* info);
+    virtual void OnEndPrinting(CDC* dc, CPrintInfo* info);
+    // WM_TIMER of a view timer; nothing here.
+    virtual void OnViewTimer(UINT_PTR id);
+    // WM_ZEL_DBLCLK_SLOW (its wParam and lParam, as the sending list gives them);
+    // nothing here.
+    virtual void OnDblClkSlow(WPARAM wParam, LPARAM lParam);
 
     BOOL IsInitialUpdateDone() const { return m_initialUpdateDone; }
     BOOL IsViewActive() const { return m_active; }

@@ -12,7 +12,14 @@
 #pragma once
 
 #include <Zel260/hosts/qt/CZelHostServices.h>
+#include <Zel260/platform/CBitmap.h>
+#include <Zel260/platform/CDC.h>
 #include <Zel260/platform/CObject.h>
+
+#include <memory>
+
+class CZelView;
+class QPrinter;
 
 class CZelViewExtensions : public virtual CZelHostServices {
 public:
@@ -58,7 +65,49 @@ public:
     void StopWindowUpdate(BOOL stop);
     BOOL IsWindowUpdateStopped() const { return m_stopped; }
 
+    // Prints `view` (null: the host, when it is a CZelView) on `printer`, or on a
+    // printer the user picks when `printer` is null (FALSE when they cancel).
+    // The view's hooks run as a print job: OnPreparePrinting (FALSE ends the job
+    // before anything is printed), OnBeginPrinting, then for each page
+    // OnPrepareDC and OnPrint, and OnEndPrinting. A small dialog with Cancel
+    // stands while the pages print; the event loop runs between pages, and
+    // Cancel ends the job after the page at hand. TRUE when the job ran to its
+    // end; FALSE without a view, when cancelled, or when the printer can't start.
+    BOOL OnFilePrint(CZelView* view = nullptr, QPrinter* printer = nullptr);
+    // The dialog of the running job, null when none (tests press its Cancel).
+    QWidget* GetPrintingDialog() const;
+    // Draws the host window as it looks, with its children, into `dc` at the
+    // device's origin. FALSE when `dc` isn't a device to draw on here.
+    virtual BOOL OnPrintClient(CDC* dc);
+    // A device bitmap of the host's client area as it looks now, width and height
+    // in pixels; null when the window has no area. The caller deletes it
+    // (DeleteObject).
+    HBITMAP GetBitmapFromClientRect();
+
+    // Offers a command to the library views inside this one, the one holding the
+    // focus first, and then to this view's OnCmdMsg. TRUE when one took it.
+    BOOL HandleCmdMsg(UINT id, int code);
+    // A view's own commands; FALSE here (not handled).
+    virtual BOOL OnCmdMsg(UINT id, int code);
+
+    // Timers of the view: each fires WM_TIMER (wParam the id) at the host every
+    // `elapseMs` milliseconds until killed; setting an id again restarts it.
+    // FALSE for id 0, a zero time or without a host window.
+    BOOL SetViewTimer(UINT_PTR id, UINT elapseMs);
+    BOOL KillViewTimer(UINT_PTR id);
+
+    // The slow double click (a second click on the same item, slower than a
+    // double click, which starts editing it): a list in the view asks whether it
+    // is armed before it sends WM_ZEL_DBLCLK_SLOW. Deactivating the view disarms it.
+    void ArmDblClkSlow(BOOL arm) { m_dblClkSlowArmed = arm; }
+    BOOL IsDblClkSlowArmed() const { return m_dblClkSlowArmed; }
+
 protected:
     CObject* m_document = nullptr;
     BOOL m_stopped = FALSE;
+    BOOL m_dblClkSlowArmed = FALSE;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> d;
 };
