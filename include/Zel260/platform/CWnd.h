@@ -63,3 +63,15 @@ public:
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 };
+
+// Why a window is shown or hidden (the status of OnShowWindow): 0 by its own
+// show or hide, else because its parent closes or opens.
+constexpr UINT SW_PARENTCLOSING = 1;
+constexpr UINT SW_PARENTOPENING = 3;
+
+// What a control wants of the keys a dialog would take for navigation.
+constexpr UINT DLGC_WANTARROWS = 0x0001;
+constexpr UINT DLGC_WANTTAB = 0x0002;
+constexpr UINT DLGC_WANTALLKEYS = 0x0004;
+constexpr UINT DLGC_HASSETSEL = 0x0008;
+constexpr UINT DLGC_WANTCHARS = 0x0080;

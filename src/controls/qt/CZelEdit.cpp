@@ -1040,6 +1040,24 @@ bool CZelEdit::event(QEvent* e)
 {
     if (e->type() == QEvent::Polish && !m_initialized)
         InitializeEdit();
+    // A show or hide that didn't come through setVisible is the parent's.
+    if ((e->type() == QEvent::Show || e->type() == QEvent::Hide) && !m_inSetVisible && !e->spontaneous())
+        OnShowWindow(e->type() == QEvent::Show, e->type() == QEvent::Show ? SW_PARENTOPENING : SW_PARENTCLOSING);
+    if (e->type() == QEvent::KeyPress) {
+        auto* k = static_cast<QKeyEvent*>(e);
+        const int key = k->key();
+        const bool tab = (key == Qt::Key_Tab || key == Qt::Key_Backtab) &&
+                         !(k->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        const bool enterOrEscape = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
+        if (tab || enterOrEscape) {
+            const UINT code = OnGetDlgCode();
+            if ((tab && (code & (DLGC_WANTTAB | DLGC_WANTALLKEYS))) || (enterOrEscape && (code & DLGC_WANTALLKEYS))) {
+                keyPressEvent(k);
+                k->accept();
+                return true;
+            }
+        }
+    }
     return QLineEdit::event(e);
 }
 
@@ -1217,8 +1235,30 @@ void CZelEdit::changeEvent(QEvent* e)
 
 void CZelEdit::setVisible(bool visible)
 {
-    CZelNotifyEmptyChanged guard(this);
-    QLineEdit::setVisible(visible);
+    const bool before = m_inSetVisible;
+    m_inSetVisible = true;
+    {
+        CZelNotifyEmptyChanged guard(this);
+        QLineEdit::setVisible(visible);
+    }
+    m_inSetVisible = before;
+    OnShowWindow(visible, 0);
+}
+
+void CZelEdit::OnShowWindow(BOOL, UINT) {}
+
+UINT CZelEdit::OnGetDlgCode()
+{
+    QWidget* parent = parentWidget();
+    const bool parentIsEdit = dynamic_cast<CZelEdit*>(parent) != nullptr;
+    if (!m_inline && !parentIsEdit)
+        return 0;
+    // An inline edit in a list or grid has no dialog to take Enter and Escape.
+    const bool parentIsDialog = qobject_cast<QDialog*>(parent) != nullptr;
+    const bool parentIsFormView = parent && parent->property("zelFormView").toBool();
+    if (parent && !parentIsDialog && !parentIsFormView && !parentIsEdit)
+        return DLGC_WANTALLKEYS;
+    return DLGC_WANTTAB;
 }
 
 void CZelEdit::moveEvent(QMoveEvent* e) { QLineEdit::moveEvent(e); }

@@ -241,6 +241,20 @@ public:
     // Showing and hiding change validity: both run inside an empty-change guard.
     void setVisible(bool visible) override;
 
+    // The edit is shown or hidden: status 0 by its own show or hide (the
+    // container hears of the changed validity), SW_PARENTCLOSING or
+    // SW_PARENTOPENING when its window is hidden or shown with it, which changes
+    // nothing (a hidden parent doesn't make a control valid). The button and spin
+    // are the edit's children and always follow it.
+    virtual void OnShowWindow(BOOL show, UINT status);
+    // The navigation keys the edit keeps for itself. An inline edit or one inside
+    // another edit keeps Tab (DLGC_WANTTAB), or all keys (DLGC_WANTALLKEYS: Tab,
+    // Enter and Escape) when its parent is neither a dialog, a form view nor an
+    // edit; other edits keep none (0).
+    // Kept keys reach the edit's hooks and handlers and go no further: Tab
+    // doesn't move the focus and Enter and Escape don't reach a dialog around.
+    virtual UINT OnGetDlgCode();
+
 protected:
     virtual void OnSetFocus(QFocusEvent* event);
     virtual void OnKillFocus(QFocusEvent* event);
@@ -283,6 +297,7 @@ protected:
     int m_parentIsDialog = 0;
     int m_parentIsFormView = 0;
     int m_parentIsEdit = 0;
+    bool m_inSetVisible = false;
     CString m_currentValue;
     int m_isEmpty = 1;
     int m_selectOnFocus = 1;
