@@ -64,6 +64,25 @@ CRect CZelCDCHelper::SelectClipRect(CDC* dc, CRect rect)
     return before;
 }
 
+namespace {
+
+// PatBlt with the halftone brush and PATINVERT: the pattern is a chequer of white
+// and black fixed to the device's origin, so the pixels where x + y is even are
+// inverted and the others stay. The device has no brushes, so those pixels are
+// inverted one by one along the one-pixel line.
+void halftoneInvertLine(CDC* dc, int x, int y, int width, int height)
+{
+    if (height == 1) {
+        for (int i = ((x + y) & 1) ? 1 : 0; i < width; i += 2)
+            dc->PatBlt(x + i, y, 1, 1, DSTINVERT);
+    } else {
+        for (int j = ((x + y) & 1) ? 1 : 0; j < height; j += 2)
+            dc->PatBlt(x, y + j, 1, 1, DSTINVERT);
+    }
+}
+
+} // namespace
+
 void CZelCDCHelper::DrawRubberBand(CDC* dc, CRect rect)
 {
     if (!dc)
@@ -73,12 +92,11 @@ void CZelCDCHelper::DrawRubberBand(CDC* dc, CRect rect)
         return;
     const int w = rect.Width();
     const int h = rect.Height();
-    // Inversion is its own inverse: the same band drawn again erases itself. Where
-    // two lines cross (the corners) the picture shows through.
-    dc->PatBlt(rect.left, rect.top, w, 1, DSTINVERT);
-    dc->PatBlt(rect.right - 1, rect.top, 1, h, DSTINVERT);
-    dc->PatBlt(rect.left, rect.bottom - 1, w, 1, DSTINVERT);
-    dc->PatBlt(rect.left, rect.top, 1, h, DSTINVERT);
+    // Inversion is its own inverse: the same band drawn again erases itself.
+    halftoneInvertLine(dc, rect.left, rect.top, w, 1);
+    halftoneInvertLine(dc, rect.right - 1, rect.top, 1, h);
+    halftoneInvertLine(dc, rect.left, rect.bottom - 1, w, 1);
+    halftoneInvertLine(dc, rect.left, rect.top, 1, h);
 }
 
 void CZelCDCHelper::MakeDlgDisabled(CDC* dc, CRect rect)

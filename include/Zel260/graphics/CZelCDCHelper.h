@@ -13,8 +13,10 @@ public:
     // there was no clip box (null region or error) or `dc` is null.
     static CRect SelectClipRect(CDC* dc, CRect rect);
     // Inverts the one-pixel outline of `rect` (normalised first; an empty rectangle
-    // draws nothing): top, right, bottom, left, each by PatBlt with DSTINVERT.
-    // Drawing the same band again restores the picture.
+    // draws nothing) through the halftone pattern, as PatBlt with the halftone
+    // brush and PATINVERT does: top, right, bottom, left; on each line every other
+    // pixel (those where x + y is even) is inverted. Drawing the same band again
+    // restores the picture.
     static void DrawRubberBand(CDC* dc, CRect rect);
     // Greys `rect` of a dialog's picture: every other pixel, in a chequer pattern,
     // takes the button face colour.

@@ -126,7 +126,12 @@ TEST(CDCHelper, RubberBandTwiceRestoresThePicture)
     }
     EXPECT_NE(image, original);
     EXPECT_EQ(image.pixel(20, 15), original.pixel(20, 15)) << "only the outline changes";
-    EXPECT_EQ(image.pixel(15, 4), original.pixel(15, 4) ^ 0x00FFFFFF);
+    // The band is inverted through the halftone pattern: every other pixel, in a
+    // chequer fixed to the device's origin.
+    EXPECT_EQ(image.pixel(16, 4), original.pixel(16, 4) ^ 0x00FFFFFF);
+    EXPECT_EQ(image.pixel(15, 4), original.pixel(15, 4));
+    EXPECT_EQ(image.pixel(29, 11), original.pixel(29, 11) ^ 0x00FFFFFF) << "right edge";
+    EXPECT_EQ(image.pixel(29, 12), original.pixel(29, 12));
     {
         CQtDC dc(&image);
         CZelCDCHelper::DrawRubberBand(&dc, CRect(5, 4, 30, 25));
