@@ -248,15 +248,17 @@ BOOL CZelViewExtensions::OnFilePrint(CZelView* view, QPrinter* printer)
         view->OnPrint(&dc, &info);
         ++printed;
         QCoreApplication::processEvents();
-        if (cancelled || !alive)
+        // A view closed meanwhile took its dialog (and maybe these services) along.
+        if (!alive)
+            return FALSE;
+        if (cancelled)
             break;
         if (page == 0xFFFFFFFFu)
             break;
     }
-    if (alive)
-        view->OnEndPrinting(&dc, &info);
+    view->OnEndPrinting(&dc, &info);
     delete dialog;
-    return !cancelled && alive;
+    return !cancelled;
 }
 
 QWidget* CZelViewExtensions::GetPrintingDialog() const { return d->printing.data(); }

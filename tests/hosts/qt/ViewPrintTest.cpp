@@ -12,6 +12,7 @@
 #include <QDialog>
 #include <QFile>
 #include <QPrinter>
+#include <QPointer>
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
@@ -42,6 +43,8 @@ public:
         log.push_back("page " + std::to_string(info->m_nCurPage));
         const std::string text = "Survey page " + std::to_string(info->m_nCurPage);
         dc->TextOut(200, 200, text.c_str(), static_cast<int>(text.size()));
+        if (closeAtPage == info->m_nCurPage)
+            QTimer::singleShot(0, [this] { delete this; });
         if (cancelAtPage == info->m_nCurPage)
             if (QWidget* d = GetPrintingDialog())
                 QTimer::singleShot(0, d, [d] { static_cast<QDialog*>(d)->reject(); });
@@ -61,6 +64,7 @@ public:
     int pages = -1; // -1: leave the count unknown
     BOOL prepareOk = TRUE;
     UINT cancelAtPage = 0;
+    UINT closeAtPage = 0;
     UINT handles = 0;
     CRect drawArea;
     std::vector<std::string> log;
@@ -141,6 +145,14 @@ TEST(ViewPrint, UnknownCountRefusalAndCancel)
         EXPECT_FALSE(view.OnFilePrint(&view, &pdf.printer)) << "cancelled";
         EXPECT_EQ(view.log, (std::vector<std::string>{"prepare", "begin", "page 1", "page 2", "end"}));
         EXPECT_EQ(pdf.pages(), 2) << "the job ends after the page at hand";
+    }
+    {
+        QPointer<PageView> view = new PageView;
+        view->pages = 3;
+        view->closeAtPage = 1;
+        Pdf pdf;
+        EXPECT_FALSE(view->OnFilePrint(view, &pdf.printer)) << "the view was closed while printing";
+        EXPECT_TRUE(view.isNull());
     }
 }
 
