@@ -4,8 +4,10 @@
 #include "mail/MailServices.h"
 
 #include <cstdio>
+#include <climits>
 #include <cstring>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -180,16 +182,37 @@ void CZelSmtp::PrepareBody(CString& body)
 {
     if (body.Right(2) != "\r\n")
         body += "\r\n";
-    if (body.Left(3) == ".\r\n")
-        body.Insert(0, '.');
-    // Each replacement leaves "\r\n..\r\n", which no longer matches, so searching
-    // from the start again ends; searching on from the last hit keeps it linear and
-    // gives the same text.
-    int at = body.Find("\r\n.\r\n");
-    while (at >= 0) {
-        body.Insert(at + 2, '.');
-        at = body.Find("\r\n.\r\n", at + 2);
+    // The dots to double are those of lines that are a lone "." (the first line
+    // included), which is what replacing "\r\n.\r\n" one by one comes to: an
+    // inserted dot never makes or breaks another match. A dot is rare in a body and
+    // absent from Base64, so looking for dots alone passes over an attachment at
+    // memchr's pace, and a body without a lone dot is not touched at all.
+    const std::string& text = body.str();
+    const char* const begin = text.data();
+    const std::size_t length = text.size();
+    std::vector<std::size_t> dots;
+    for (const char* p = begin; (p = static_cast<const char*>(std::memchr(p, '.', length - (p - begin))));) {
+        const std::size_t at = static_cast<std::size_t>(p - begin);
+        // The body ends in "\r\n", so every dot has two characters after it.
+        if ((at == 0 || (at >= 2 && p[-2] == '\r' && p[-1] == '\n')) && p[1] == '\r' && p[2] == '\n')
+            dots.push_back(at);
+        ++p;
     }
+    // A text past the string's int length can't be sent anyway; leaving it alone
+    // keeps the widening below from wrapping.
+    if (dots.empty() || length + dots.size() > static_cast<std::size_t>(INT_MAX))
+        return;
+    // Widen in place and move each stretch once, from the back.
+    const int grown = body.GetLength() + static_cast<int>(dots.size());
+    char* out = body.GetBufferSetLength(grown);
+    std::size_t end = length;
+    std::size_t shift = dots.size();
+    for (auto it = dots.rbegin(); it != dots.rend(); ++it, --shift) {
+        std::memmove(out + *it + shift, out + *it, end - *it);
+        out[*it + shift - 1] = '.';
+        end = *it;
+    }
+    body.ReleaseBuffer(grown);
 }
 
 int CZelSmtp::TransmitMailMessage(CZelMailMessage* message)
