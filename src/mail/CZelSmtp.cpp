@@ -7,7 +7,6 @@
 #include <climits>
 #include <cstring>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 
@@ -186,31 +185,37 @@ void CZelSmtp::PrepareBody(CString& body)
     // included), which is what replacing "\r\n.\r\n" one by one comes to: an
     // inserted dot never makes or breaks another match. A dot is rare in a body and
     // absent from Base64, so looking for dots alone passes over an attachment at
-    // memchr's pace, and a body without a lone dot is not touched at all.
-    const std::string& text = body.str();
-    const char* const begin = text.data();
-    const std::size_t length = text.size();
-    std::vector<std::size_t> dots;
-    for (const char* p = begin; (p = static_cast<const char*>(std::memchr(p, '.', length - (p - begin))));) {
-        const std::size_t at = static_cast<std::size_t>(p - begin);
-        // The body ends in "\r\n", so every dot has two characters after it.
-        if ((at == 0 || (at >= 2 && p[-2] == '\r' && p[-1] == '\n')) && p[1] == '\r' && p[2] == '\n')
-            dots.push_back(at);
-        ++p;
-    }
+    // memchr's pace, and a body without a lone dot is not touched at all. The body
+    // ends in "\r\n", so every dot has two characters after it.
+    const auto loneDot = [](const char* text, std::size_t at) {
+        return (at == 0 || (at >= 2 && text[at - 2] == '\r' && text[at - 1] == '\n')) && text[at + 1] == '\r' &&
+               text[at + 2] == '\n';
+    };
+    const char* const text = body.str().data();
+    const std::size_t length = body.str().size();
+    std::size_t count = 0;
+    for (const char* p = text; (p = static_cast<const char*>(std::memchr(p, '.', length - (p - text)))); ++p)
+        count += loneDot(text, static_cast<std::size_t>(p - text));
     // A text past the string's int length can't be sent anyway; leaving it alone
     // keeps the widening below from wrapping.
-    if (dots.empty() || length + dots.size() > static_cast<std::size_t>(INT_MAX))
+    if (count == 0 || length + count > static_cast<std::size_t>(INT_MAX))
         return;
-    // Widen in place and move each stretch once, from the back.
-    const int grown = body.GetLength() + static_cast<int>(dots.size());
-    char* out = body.GetBufferSetLength(grown);
-    std::size_t end = length;
-    std::size_t shift = dots.size();
-    for (auto it = dots.rbegin(); it != dots.rend(); ++it, --shift) {
-        std::memmove(out + *it + shift, out + *it, end - *it);
-        out[*it + shift - 1] = '.';
-        end = *it;
+    // Widen in place and move each stretch once, from the back. What lies ahead of
+    // the last stretch moved is still the text as it was, so the dots are found
+    // again by the same test.
+    const int grown = static_cast<int>(length + count);
+    char* const out = body.GetBufferSetLength(grown);
+    std::size_t tail = length; // end of the stretch that moves next
+    std::size_t end = length;  // end of the search for the next dot
+    for (std::size_t shift = count; shift > 0;) {
+        const std::size_t at = static_cast<std::size_t>(static_cast<const char*>(::memrchr(out, '.', end)) - out);
+        if (loneDot(out, at)) {
+            std::memmove(out + at + shift, out + at, tail - at);
+            out[at + shift - 1] = '.';
+            --shift;
+            tail = at;
+        }
+        end = at;
     }
     body.ReleaseBuffer(grown);
 }
