@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <time.h>
 
 namespace {
 
@@ -21,6 +22,11 @@ struct FindState {
     bool exactOnly = false; // a name without wildcards that was found by lstat
     std::string stem; // "X" of a pattern "X.*", which also matches the bare name
     FINDEX_SEARCH_OPS op = FindExSearchNameMatch;
+    ZelDirectoryListing* capture = nullptr; // the walk keeps what it leaves out here
+    const ZelDirectoryListing* listed = nullptr; // names come from here, not the directory
+    size_t cursor = 0;                           // next name in `listed`
+    size_t typeCursor = 0;
+    int pathFd = -1;                             // the listed directory, for stat only
 };
 
 // Live handles, so that a stale or foreign handle is refused instead of followed.
@@ -136,21 +142,50 @@ bool statEntry(int dirFd, const char* name, unsigned char dtype, WIN32_FIND_DATA
     return true;
 }
 
+void keep(ZelDirectoryListing* listing, const char* name, unsigned char type)
+{
+    listing->names.append(name, std::strlen(name) + 1);
+    listing->types.push_back(static_cast<char>(type));
+}
+
+bool matches(const FindState* s, const char* name)
+{
+    auto* n = reinterpret_cast<const unsigned char*>(name);
+    return s->matchAll || matchPlain(reinterpret_cast<const unsigned char*>(s->pattern.c_str()), n) ||
+           (!s->stem.empty() && matchPlain(reinterpret_cast<const unsigned char*>(s->stem.c_str()), n));
+}
+
+// Next matching entry of a listing; sets errno 0 at the end like readNext.
+bool readNextListed(FindState* s, WIN32_FIND_DATA* data)
+{
+    const std::string& names = s->listed->names;
+    while (s->cursor < names.size()) {
+        const char* name = names.c_str() + s->cursor;
+        s->cursor += std::strlen(name) + 1;
+        unsigned char type = static_cast<unsigned char>(s->listed->types[s->typeCursor++]);
+        if (matches(s, name) && statEntry(s->pathFd, name, type, data))
+            return true;
+    }
+    errno = 0;
+    return false;
+}
+
 // Next entry of the open directory that matches; sets errno 0 at the end.
 bool readNext(FindState* s, WIN32_FIND_DATA* data)
 {
+    if (s->listed)
+        return readNextListed(s, data);
     int fd = dirfd(s->dir);
     for (;;) {
         errno = 0;
         dirent* e = readdir(s->dir);
-        if (!e)
+        if (!e) {
+            if (s->capture && errno == 0)
+                s->capture->complete = true;
             return false;
-        if (!s->matchAll && !matchPlain(reinterpret_cast<const unsigned char*>(s->pattern.c_str()),
-                                        reinterpret_cast<const unsigned char*>(e->d_name))) {
-            if (s->stem.empty() || !matchPlain(reinterpret_cast<const unsigned char*>(s->stem.c_str()),
-                                               reinterpret_cast<const unsigned char*>(e->d_name)))
-                continue;
         }
+        if (!matches(s, e->d_name))
+            continue;
         if (s->op == FindExSearchLimitToDirectories) {
             if (e->d_type == DT_DIR) {
                 // The directory type is known without a stat; the walk that asked
@@ -162,11 +197,19 @@ bool readNext(FindState* s, WIN32_FIND_DATA* data)
                 std::strncpy(data->cFileName, e->d_name, MAX_PATH - 1);
                 return true;
             }
-            if (e->d_type != DT_UNKNOWN)
+            if (e->d_type != DT_UNKNOWN) {
+                if (s->capture)
+                    keep(s->capture, e->d_name, e->d_type);
                 continue;
+            }
         }
-        if (statEntry(fd, e->d_name, e->d_type, data))
+        if (statEntry(fd, e->d_name, e->d_type, data)) {
+            if (s->capture && !(data->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                keep(s->capture, e->d_name, e->d_type);
             return true;
+        }
+        if (s->capture)
+            keep(s->capture, e->d_name, e->d_type);
     }
 }
 
@@ -191,7 +234,107 @@ void destroy(FindState* s)
 {
     if (s->dir)
         closedir(s->dir);
+    if (s->pathFd >= 0)
+        close(s->pathFd);
     delete s;
+}
+
+void setPattern(FindState* s, const std::string& pattern, FINDEX_SEARCH_OPS op)
+{
+    s->pattern = pattern;
+    s->matchAll = pattern == "*" || pattern == "*.*";
+    s->op = op;
+    if (pattern.size() > 2 && pattern.compare(pattern.size() - 2, 2, ".*") == 0)
+        s->stem = pattern.substr(0, pattern.size() - 2);
+}
+
+HANDLE publish(FindState* s)
+{
+    {
+        std::lock_guard<std::mutex> lock(handlesMutex());
+        handles().insert(s);
+    }
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<HANDLE>(s);
+}
+
+bool sameAsListed(const struct stat& st, const ZelDirectoryListing& listing)
+{
+    return static_cast<unsigned long long>(st.st_dev) == listing.device &&
+           static_cast<unsigned long long>(st.st_ino) == listing.inode &&
+           static_cast<long long>(st.st_ctim.tv_sec) == listing.changeSeconds &&
+           static_cast<long>(st.st_ctim.tv_nsec) == listing.changeNanoseconds;
+}
+
+// Notes who the directory is and when it last changed, before any entry is read.
+// File times come from the coarse clock, so a change in the tick of `before` could
+// leave the time as it is: only a time older than that tick vouches for the listing.
+void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
+{
+    struct stat st;
+    if (fstat(fd, &st) != 0)
+        return;
+    listing->device = static_cast<unsigned long long>(st.st_dev);
+    listing->inode = static_cast<unsigned long long>(st.st_ino);
+    listing->changeSeconds = static_cast<long long>(st.st_ctim.tv_sec);
+    listing->changeNanoseconds = static_cast<long>(st.st_ctim.tv_nsec);
+    listing->trustworthy = st.st_ctim.tv_sec < before.tv_sec ||
+                           (st.st_ctim.tv_sec == before.tv_sec && st.st_ctim.tv_nsec < before.tv_nsec);
+}
+
+HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture)
+{
+    if (capture)
+        *capture = ZelDirectoryListing();
+    if (!fileName || !data || !*fileName) {
+        SetLastError(fileName && !*fileName ? ERROR_PATH_NOT_FOUND : ERROR_INVALID_PARAMETER);
+        return INVALID_HANDLE_VALUE;
+    }
+    std::string dir, pattern;
+    splitSearch(fileName, dir, pattern);
+
+    auto* s = new FindState;
+    setPattern(s, pattern, op);
+    timespec before{0, 0};
+    if (capture)
+        clock_gettime(CLOCK_REALTIME_COARSE, &before);
+    s->dir = opendir(dir.c_str());
+    if (!s->dir) {
+        int err = errno;
+        destroy(s);
+        SetLastError(err == ENOENT ? ERROR_PATH_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+        return INVALID_HANDLE_VALUE;
+    }
+    if (pattern.empty()) {
+        destroy(s);
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    // Only a walk that sees every name can stand in for a later pattern search.
+    if (capture && s->matchAll && op == FindExSearchLimitToDirectories) {
+        stampListing(capture, dirfd(s->dir), before);
+        s->capture = capture;
+    }
+
+    // A plain name is looked up directly, which is exact and doesn't read a large
+    // directory; only when that fails does the case-insensitive scan run.
+    bool found = false;
+    if (!hasWildcard(pattern)) {
+        if (statEntry(dirfd(s->dir), pattern.c_str(), DT_UNKNOWN, data)) {
+            s->exactOnly = true;
+            found = true;
+        }
+    }
+    if (!found) {
+        found = readNext(s, data);
+        if (!found) {
+            int err = errno;
+            destroy(s);
+            SetLastError(err == 0 ? ERROR_FILE_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+            return INVALID_HANDLE_VALUE;
+        }
+    }
+    return publish(s);
 }
 
 } // namespace
@@ -234,56 +377,42 @@ HANDLE FindFirstFile(const char* fileName, WIN32_FIND_DATA* data)
 
 HANDLE FindFirstFileEx(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op)
 {
-    if (!fileName || !data || !*fileName) {
-        SetLastError(fileName && !*fileName ? ERROR_PATH_NOT_FOUND : ERROR_INVALID_PARAMETER);
-        return INVALID_HANDLE_VALUE;
-    }
+    return openSearch(fileName, data, op, nullptr);
+}
+
+HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing)
+{
+    return openSearch(fileName, data, FindExSearchLimitToDirectories, listing);
+}
+
+HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data)
+{
+    if (!fileName || !data || !*fileName || !listing.complete || !listing.trustworthy)
+        return FindFirstFile(fileName, data);
     std::string dir, pattern;
     splitSearch(fileName, dir, pattern);
-
-    auto* s = new FindState;
-    s->pattern = pattern;
-    s->matchAll = pattern == "*" || pattern == "*.*";
-    s->op = op;
-    if (pattern.size() > 2 && pattern.compare(pattern.size() - 2, 2, ".*") == 0)
-        s->stem = pattern.substr(0, pattern.size() - 2);
-    s->dir = opendir(dir.c_str());
-    if (!s->dir) {
-        int err = errno;
-        destroy(s);
-        SetLastError(err == ENOENT ? ERROR_PATH_NOT_FOUND : ZelWin32ErrorFromErrno(err));
-        return INVALID_HANDLE_VALUE;
+    if (!hasWildcard(pattern))
+        return FindFirstFile(fileName, data);
+    // Anything unexpected here (the directory gone, replaced or changed) is left to
+    // the real enumeration, which then reports exactly what it finds.
+    int fd = open(dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return FindFirstFile(fileName, data);
+    struct stat st;
+    if (fstat(fd, &st) != 0 || !sameAsListed(st, listing)) {
+        close(fd);
+        return FindFirstFile(fileName, data);
     }
-    if (pattern.empty()) {
+    auto* s = new FindState;
+    setPattern(s, pattern, FindExSearchNameMatch);
+    s->listed = &listing;
+    s->pathFd = fd;
+    if (!readNext(s, data)) {
         destroy(s);
         SetLastError(ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
     }
-
-    // A plain name is looked up directly, which is exact and doesn't read a large
-    // directory; only when that fails does the case-insensitive scan run.
-    bool found = false;
-    if (!hasWildcard(pattern)) {
-        if (statEntry(dirfd(s->dir), pattern.c_str(), DT_UNKNOWN, data)) {
-            s->exactOnly = true;
-            found = true;
-        }
-    }
-    if (!found) {
-        found = readNext(s, data);
-        if (!found) {
-            int err = errno;
-            destroy(s);
-            SetLastError(err == 0 ? ERROR_FILE_NOT_FOUND : ZelWin32ErrorFromErrno(err));
-            return INVALID_HANDLE_VALUE;
-        }
-    }
-    {
-        std::lock_guard<std::mutex> lock(handlesMutex());
-        handles().insert(s);
-    }
-    SetLastError(ERROR_SUCCESS);
-    return static_cast<HANDLE>(s);
+    return publish(s);
 }
 
 BOOL FindNextFile(HANDLE find, WIN32_FIND_DATA* data)
