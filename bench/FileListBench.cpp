@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <atomic>
 #include <condition_variable>
 #include <cstdlib>
 #include <cstring>
@@ -120,7 +121,10 @@ void BM_GnuFind(benchmark::State& state)
 
 // One window served by a thread of its own, as a GUI thread that answers each
 // message at once: posts are queued, sends wait for the answer. It copies the
-// directory text of each progress message, as a receiver must.
+// directory text of each progress message, as a receiver must. Like the Qt window
+// layer, it takes what is queued in one go and handles it without holding the
+// queue's lock, and each send waits on a state of its own that is signalled after
+// that state's lock is let go, so that neither side wakes only to block again.
 class OneWindowBackend : public ZelWindowBackend {
 public:
     static HWND window() { return reinterpret_cast<HWND>(static_cast<std::intptr_t>(0x5EA7)); }
@@ -145,20 +149,17 @@ public:
     {
         if (h != window())
             return FALSE;
-        std::lock_guard<std::mutex> lock(m_mutex);
-        m_queue.push_back({m, w, l, nullptr});
-        m_wake.notify_all();
+        enqueue({m, w, l, nullptr});
         return TRUE;
     }
     BOOL SendTimeout(HWND h, UINT m, WPARAM w, LPARAM l, UINT, UINT, LRESULT* result) override
     {
         if (h != window())
             return FALSE;
-        bool done = false;
-        std::unique_lock<std::mutex> lock(m_mutex);
-        m_queue.push_back({m, w, l, &done});
-        m_wake.notify_all();
-        m_answered.wait(lock, [&] { return done; });
+        Answer answer;
+        enqueue({m, w, l, &answer});
+        std::unique_lock<std::mutex> lock(answer.m);
+        answer.cv.wait(lock, [&] { return answer.done; });
         if (result)
             *result = 0;
         return TRUE;
@@ -171,34 +172,55 @@ public:
     size_t handled() const { return m_handled; }
 
 private:
+    struct Answer {
+        std::mutex m;
+        std::condition_variable cv;
+        bool done = false;
+    };
     struct Item {
         UINT message;
         WPARAM wParam;
         LPARAM lParam;
-        bool* done;
+        Answer* answer;
     };
+    void enqueue(const Item& item)
+    {
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            m_queue.push_back(item);
+        }
+        m_wake.notify_one();
+    }
     void run()
     {
+        std::deque<Item> batch;
         std::unique_lock<std::mutex> lock(m_mutex);
         for (;;) {
             m_wake.wait(lock, [&] { return m_stop || !m_queue.empty(); });
             if (m_queue.empty())
                 return;
-            Item item = m_queue.front();
-            m_queue.pop_front();
-            if (item.done) {
-                m_lastText.assign(reinterpret_cast<const char*>(item.lParam));
-                *item.done = true;
-                m_answered.notify_all();
+            batch.swap(m_queue);
+            lock.unlock();
+            for (const Item& item : batch) {
+                if (item.answer) {
+                    m_lastText.assign(reinterpret_cast<const char*>(item.lParam));
+                    {
+                        std::lock_guard<std::mutex> done(item.answer->m);
+                        item.answer->done = true;
+                    }
+                    item.answer->cv.notify_one();
+                }
+                ++m_handled;
             }
-            ++m_handled;
+            batch.clear();
+            lock.lock();
         }
     }
     std::mutex m_mutex;
-    std::condition_variable m_wake, m_answered;
+    std::condition_variable m_wake;
     std::deque<Item> m_queue;
     std::string m_lastText;
-    size_t m_handled = 0;
+    std::atomic<size_t> m_handled{0};
     bool m_stop = false;
     std::thread m_thread;
 };

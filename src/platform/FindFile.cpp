@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <unordered_set>
@@ -16,7 +17,10 @@
 namespace {
 
 struct FindState {
-    DIR* dir = nullptr;
+    int dirFd = -1;                    // open for reading the entries
+    std::unique_ptr<char[]> buffer;    // a batch of entries as the kernel gave them
+    size_t bufferPos = 0;
+    size_t bufferEnd = 0;
     std::string pattern;
     bool matchAll = false;
     bool exactOnly = false; // a name without wildcards that was found by lstat
@@ -170,15 +174,38 @@ bool readNextListed(FindState* s, WIN32_FIND_DATA* data)
     return false;
 }
 
+// Large batches: most directories come in one call (and the one that finds the end).
+constexpr size_t kEntryBuffer = 32768;
+
+// The next raw entry, or null with errno 0 at the end or the error otherwise.
+dirent64* nextEntry(FindState* s)
+{
+    if (s->bufferPos >= s->bufferEnd) {
+        if (!s->buffer)
+            s->buffer.reset(new char[kEntryBuffer]);
+        ssize_t n = getdents64(s->dirFd, s->buffer.get(), kEntryBuffer);
+        if (n <= 0) {
+            if (n == 0)
+                errno = 0;
+            return nullptr;
+        }
+        s->bufferPos = 0;
+        s->bufferEnd = static_cast<size_t>(n);
+    }
+    auto* e = reinterpret_cast<dirent64*>(s->buffer.get() + s->bufferPos);
+    s->bufferPos += e->d_reclen;
+    return e;
+}
+
 // Next entry of the open directory that matches; sets errno 0 at the end.
 bool readNext(FindState* s, WIN32_FIND_DATA* data)
 {
     if (s->listed)
         return readNextListed(s, data);
-    int fd = dirfd(s->dir);
+    int fd = s->dirFd;
     for (;;) {
         errno = 0;
-        dirent* e = readdir(s->dir);
+        dirent64* e = nextEntry(s);
         if (!e) {
             if (s->capture && errno == 0)
                 s->capture->complete = true;
@@ -232,8 +259,8 @@ void splitSearch(const char* fileName, std::string& dir, std::string& pattern)
 
 void destroy(FindState* s)
 {
-    if (s->dir)
-        closedir(s->dir);
+    if (s->dirFd >= 0)
+        close(s->dirFd);
     if (s->pathFd >= 0)
         close(s->pathFd);
     delete s;
@@ -298,8 +325,8 @@ HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS
     timespec before{0, 0};
     if (capture)
         clock_gettime(CLOCK_REALTIME_COARSE, &before);
-    s->dir = opendir(dir.c_str());
-    if (!s->dir) {
+    s->dirFd = open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (s->dirFd < 0) {
         int err = errno;
         destroy(s);
         SetLastError(err == ENOENT ? ERROR_PATH_NOT_FOUND : ZelWin32ErrorFromErrno(err));
@@ -312,7 +339,7 @@ HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS
     }
     // Only a walk that sees every name can stand in for a later pattern search.
     if (capture && s->matchAll && op == FindExSearchLimitToDirectories) {
-        stampListing(capture, dirfd(s->dir), before);
+        stampListing(capture, s->dirFd, before);
         s->capture = capture;
     }
 
@@ -320,7 +347,7 @@ HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS
     // directory; only when that fails does the case-insensitive scan run.
     bool found = false;
     if (!hasWildcard(pattern)) {
-        if (statEntry(dirfd(s->dir), pattern.c_str(), DT_UNKNOWN, data)) {
+        if (statEntry(s->dirFd, pattern.c_str(), DT_UNKNOWN, data)) {
             s->exactOnly = true;
             found = true;
         }
