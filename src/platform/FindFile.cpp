@@ -25,6 +25,7 @@ struct FindState {
     bool matchAll = false;
     bool exactOnly = false; // a name without wildcards that was found by lstat
     std::string stem; // "X" of a pattern "X.*", which also matches the bare name
+    bool starSuffix = false; // a "*.ext" pattern, matched by its tail (see isStarSuffix)
     FINDEX_SEARCH_OPS op = FindExSearchNameMatch;
     ZelDirectoryListing* capture = nullptr; // the walk keeps what it leaves out here
     const ZelDirectoryListing* listed = nullptr; // names come from here, not the directory
@@ -99,6 +100,32 @@ bool matchPlain(const unsigned char* p, const unsigned char* n)
 
 bool hasWildcard(const std::string& s) { return s.find_first_of("*?") != std::string::npos; }
 
+// Whether the pattern is "*" and a tail without wildcards that starts with an ASCII
+// byte (the usual "*.ext"). The general match then comes down to: does the name end
+// with the tail. An ASCII byte never lies inside a multi-byte sequence, so the one
+// place where the tail could start is always a place the general match would try.
+bool isStarSuffix(const unsigned char* p)
+{
+    if (p[0] != '*' || p[1] == 0 || p[1] >= 0x80)
+        return false;
+    for (const unsigned char* q = p + 1; *q; ++q)
+        if (*q == '*' || *q == '?')
+            return false;
+    return true;
+}
+
+bool matchSuffix(const unsigned char* tail, size_t tailLength, const unsigned char* n)
+{
+    size_t length = std::strlen(reinterpret_cast<const char*>(n));
+    if (length < tailLength)
+        return false;
+    n += length - tailLength;
+    for (size_t i = 0; i < tailLength; ++i)
+        if (lowerAscii(tail[i]) != lowerAscii(n[i]))
+            return false;
+    return true;
+}
+
 void fill(WIN32_FIND_DATA* data, const char* name, const struct statx& st, bool isLink)
 {
     std::memset(data, 0, sizeof *data);
@@ -127,7 +154,8 @@ void fill(WIN32_FIND_DATA* data, const char* name, const struct statx& st, bool 
         data->nFileSizeHigh = static_cast<DWORD>(st.stx_size >> 32);
         data->nFileSizeLow = static_cast<DWORD>(st.stx_size & 0xFFFFFFFFu);
     }
-    std::strncpy(data->cFileName, name, MAX_PATH - 1);
+    // The record was cleared above, so the name needs no padding.
+    std::memcpy(data->cFileName, name, strnlen(name, MAX_PATH - 1));
 }
 
 // Resolves one entry; false when it can't be (dangling, looping, gone).
@@ -155,6 +183,8 @@ void keep(ZelDirectoryListing* listing, const char* name, unsigned char type)
 bool matches(const FindState* s, const char* name)
 {
     auto* n = reinterpret_cast<const unsigned char*>(name);
+    if (s->starSuffix)
+        return matchSuffix(reinterpret_cast<const unsigned char*>(s->pattern.c_str()) + 1, s->pattern.size() - 1, n);
     return s->matchAll || matchPlain(reinterpret_cast<const unsigned char*>(s->pattern.c_str()), n) ||
            (!s->stem.empty() && matchPlain(reinterpret_cast<const unsigned char*>(s->stem.c_str()), n));
 }
@@ -221,7 +251,7 @@ bool readNext(FindState* s, WIN32_FIND_DATA* data)
                 data->dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
                 if (e->d_name[0] == '.' && std::strcmp(e->d_name, ".") != 0 && std::strcmp(e->d_name, "..") != 0)
                     data->dwFileAttributes |= FILE_ATTRIBUTE_HIDDEN;
-                std::strncpy(data->cFileName, e->d_name, MAX_PATH - 1);
+                std::memcpy(data->cFileName, e->d_name, strnlen(e->d_name, MAX_PATH - 1));
                 return true;
             }
             if (e->d_type != DT_UNKNOWN) {
@@ -273,6 +303,7 @@ void setPattern(FindState* s, const std::string& pattern, FINDEX_SEARCH_OPS op)
     s->op = op;
     if (pattern.size() > 2 && pattern.compare(pattern.size() - 2, 2, ".*") == 0)
         s->stem = pattern.substr(0, pattern.size() - 2);
+    s->starSuffix = !s->matchAll && isStarSuffix(reinterpret_cast<const unsigned char*>(pattern.c_str()));
 }
 
 HANDLE publish(FindState* s)
@@ -387,6 +418,8 @@ BOOL ZelWildcardMatch(const char* pattern, const char* name)
         return TRUE;
     auto* p = reinterpret_cast<const unsigned char*>(pattern);
     auto* n = reinterpret_cast<const unsigned char*>(name);
+    if (isStarSuffix(p))
+        return matchSuffix(p + 1, std::strlen(pattern) - 1, n) ? TRUE : FALSE;
     if (matchPlain(p, n))
         return TRUE;
     size_t len = std::strlen(pattern);

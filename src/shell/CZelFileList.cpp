@@ -10,6 +10,7 @@
 #include <cstring>
 #include <condition_variable>
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <cstdint>
@@ -44,20 +45,20 @@ struct WalkListings {
 thread_local WalkListings* t_walk = nullptr;
 
 // Room for the records the listed directories are about to give, so that the list
-// doesn't copy every record it holds each time it grows. Only a hint: names that
-// turn out to be directories or vanish take no room, unlisted directories add some.
-void reserveForListedMatches(std::vector<CZelFindData>& records, const WalkListings& walk,
-                             const std::vector<CString>& patterns)
+// doesn't copy every record it holds each time it grows. Only a hint, reckoned as one
+// record per listed name: matching every name here would cost as much as the
+// copies it saves, and room that is never written to costs no memory.
+void reserveForListedRecords(std::vector<CZelFindData>& records, const WalkListings& walk)
 {
     size_t expected = 0;
-    for (const ZelDirectoryListing& listing : walk.byDirectory) {
-        if (!listing.complete)
-            continue;
-        for (size_t at = 0; at < listing.names.size(); at += std::strlen(listing.names.c_str() + at) + 1)
-            for (const CString& pattern : patterns)
-                expected += ZelWildcardMatch(pattern, listing.names.c_str() + at) ? 1 : 0;
+    for (const ZelDirectoryListing& listing : walk.byDirectory)
+        expected += listing.types.size();
+    try {
+        records.reserve(records.size() + expected);
+    } catch (const std::bad_alloc&) {
+        // Then the list grows as it goes.
+    } catch (const std::length_error&) {
     }
-    records.reserve(records.size() + expected);
 }
 
 class WalkScope {
@@ -159,7 +160,7 @@ void CZelFileList::DoIt()
     }
     if (Aborted())
         return;
-    reserveForListedMatches(m_records, walk, m_patterns);
+    reserveForListedRecords(m_records, walk);
 
     m_counter = 0;
     for (size_t d = 0; d < m_directories.size(); ++d) {
