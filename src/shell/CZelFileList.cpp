@@ -7,13 +7,13 @@
 #include <Zel260/shell/ZelPath.h>
 
 #include <algorithm>
-#include <cstring>
 #include <condition_variable>
+#include <cstdint>
+#include <cstring>
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <system_error>
-#include <cstdint>
 #include <vector>
 
 namespace {
