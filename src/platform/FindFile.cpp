@@ -453,20 +453,37 @@ HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listi
     splitSearch(fileName, dir, pattern);
     if (!hasWildcard(pattern))
         return FindFirstFile(fileName, data);
-    // Anything unexpected here (the directory gone, replaced or changed) is left to
-    // the real enumeration, which then reports exactly what it finds.
-    int fd = open(dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0)
-        return FindFirstFile(fileName, data);
-    struct stat st;
-    if (fstat(fd, &st) != 0 || !sameAsListed(st, listing)) {
-        close(fd);
-        return FindFirstFile(fileName, data);
-    }
     auto* s = new FindState;
     setPattern(s, pattern, FindExSearchNameMatch);
     s->listed = &listing;
-    s->pathFd = fd;
+    // Where nothing is listed that could match, a look at the directory itself is
+    // enough to know that it still holds nothing; opening it would cost more.
+    bool anyMatch = false;
+    while (s->cursor < listing.names.size() && !anyMatch) {
+        const char* name = listing.names.c_str() + s->cursor;
+        if (matches(s, name)) {
+            anyMatch = true;
+        } else {
+            s->cursor += std::strlen(name) + 1;
+            ++s->typeCursor;
+        }
+    }
+    // Anything unexpected here (the directory gone, replaced or changed) is left to
+    // the real enumeration, which then reports exactly what it finds.
+    struct stat st;
+    if (!anyMatch) {
+        bool unchanged = stat(dir.c_str(), &st) == 0 && sameAsListed(st, listing);
+        destroy(s);
+        if (!unchanged)
+            return FindFirstFile(fileName, data);
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    s->pathFd = open(dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    if (s->pathFd < 0 || fstat(s->pathFd, &st) != 0 || !sameAsListed(st, listing)) {
+        destroy(s);
+        return FindFirstFile(fileName, data);
+    }
     if (!readNext(s, data)) {
         destroy(s);
         SetLastError(ERROR_FILE_NOT_FOUND);

@@ -117,6 +117,16 @@ TEST(DirectoryListing, ChangesAfterTheWalkAreSeen)
         row.change(dir);
         EXPECT_EQ(listed(dir.path() + "/*.txt", listing), row.expected) << row.name;
     }
+
+    // A directory with nothing to match when it was listed isn't opened again, but
+    // it is still looked at.
+    zeltest::TempDir dir;
+    dir.write("a.dat", "");
+    letAge();
+    ZelDirectoryListing listing = walk(dir.path());
+    EXPECT_EQ(listed(dir.path() + "/*.txt", listing), Found{});
+    dir.write("b.txt", "22");
+    EXPECT_EQ(listed(dir.path() + "/*.txt", listing), (Found{{"b.txt", 2}}));
 }
 
 TEST(DirectoryListing, AListingThatCantBeTrustedFallsBackToReading)
