@@ -325,10 +325,14 @@ bool sameAsListed(const struct stat& st, const ZelDirectoryListing& listing)
 }
 
 // Notes who the directory is and when it last changed, before any entry is read.
-// File times come from the coarse clock, so a change in the tick of `before` could
-// leave the time as it is: only a time older than that tick vouches for the listing.
+// A later change shows as another status-change time only if it falls into another
+// step of the file system's clock. Those steps are the kernel's coarse tick, or the
+// file system's own resolution (10 ms on some, whole seconds on others, where the
+// nanoseconds always read 0). So the listing vouches for the directory only if its
+// time has a sub-second part and lies well before the reading began.
 void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
 {
+    constexpr long long kSettledNs = 20'000'000;
     struct stat st;
     if (fstat(fd, &st) != 0)
         return;
@@ -336,8 +340,9 @@ void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
     listing->inode = static_cast<unsigned long long>(st.st_ino);
     listing->changeSeconds = static_cast<long long>(st.st_ctim.tv_sec);
     listing->changeNanoseconds = static_cast<long>(st.st_ctim.tv_nsec);
-    listing->trustworthy = st.st_ctim.tv_sec < before.tv_sec ||
-                           (st.st_ctim.tv_sec == before.tv_sec && st.st_ctim.tv_nsec < before.tv_nsec);
+    const long long changed = static_cast<long long>(st.st_ctim.tv_sec) * 1'000'000'000LL + st.st_ctim.tv_nsec;
+    const long long start = static_cast<long long>(before.tv_sec) * 1'000'000'000LL + before.tv_nsec;
+    listing->trustworthy = st.st_ctim.tv_nsec != 0 && changed + kSettledNs < start;
 }
 
 HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture)

@@ -58,9 +58,9 @@ ZelDirectoryListing walk(const std::string& dir)
     return listing;
 }
 
-// File times move in clock ticks; a directory last changed in the tick of its
-// reading can't vouch for its listing, so the trees here are let age first.
-void letAge() { std::this_thread::sleep_for(std::chrono::milliseconds(30)); }
+// File times move in steps; a directory changed shortly before its reading can't
+// vouch for its listing, so the trees here are let age first.
+void letAge() { std::this_thread::sleep_for(std::chrono::milliseconds(60)); }
 
 } // namespace
 

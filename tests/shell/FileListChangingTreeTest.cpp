@@ -42,7 +42,7 @@ TEST(CZelFileList, ATreeThatChangesBetweenListingAndScanning)
     dir.write("b/grow.txt", "1");
     dir.write("c/old.txt", "666666");
     // Old enough that the listings are trusted, which is the case under test.
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
 
     g_tree = &dir;
     CZelFileList list((dir.path() + "/*.txt").c_str(), 1, 1, 0);

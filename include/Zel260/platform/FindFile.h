@@ -67,8 +67,9 @@ FILETIME ZelFileTimeFromUnix(long long seconds, long nanoseconds);
 // Filled by ZelFindFirstDirectories and its FindNextFile calls; usable only once that
 // enumeration has reached its end. The listing is trusted later only while the
 // directory's identity and status-change time are those seen when it was read, and
-// that time was already in the past then: a change made in the same clock tick as
-// the reading could otherwise keep the time unchanged.
+// that time was then clearly in the past and finer than a second (a change made in
+// the same step of the file system's clock could otherwise keep the time as it was);
+// elsewhere the directory is simply read again.
 struct ZelDirectoryListing {
     std::string names;  // each name followed by a NUL, in the directory's order
     std::string types;  // one directory-entry type byte per name
