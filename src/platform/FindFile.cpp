@@ -210,21 +210,26 @@ constexpr size_t kEntryBuffer = 32768;
 // The next raw entry, or null with errno 0 at the end or the error otherwise.
 dirent64* nextEntry(FindState* s)
 {
-    if (s->bufferPos >= s->bufferEnd) {
-        if (!s->buffer)
-            s->buffer.reset(new char[kEntryBuffer]);
-        ssize_t n = getdents64(s->dirFd, s->buffer.get(), kEntryBuffer);
-        if (n <= 0) {
-            if (n == 0)
-                errno = 0;
-            return nullptr;
+    for (;;) {
+        if (s->bufferPos >= s->bufferEnd) {
+            if (!s->buffer)
+                s->buffer.reset(new char[kEntryBuffer]);
+            ssize_t n = getdents64(s->dirFd, s->buffer.get(), kEntryBuffer);
+            if (n <= 0) {
+                if (n == 0)
+                    errno = 0;
+                return nullptr;
+            }
+            s->bufferPos = 0;
+            s->bufferEnd = static_cast<size_t>(n);
         }
-        s->bufferPos = 0;
-        s->bufferEnd = static_cast<size_t>(n);
+        auto* e = reinterpret_cast<dirent64*>(s->buffer.get() + s->bufferPos);
+        s->bufferPos += e->d_reclen;
+        // A slot without an inode is a deleted entry that some file systems still
+        // hand out; readdir never showed those.
+        if (e->d_ino != 0)
+            return e;
     }
-    auto* e = reinterpret_cast<dirent64*>(s->buffer.get() + s->bufferPos);
-    s->bufferPos += e->d_reclen;
-    return e;
 }
 
 // Next entry of the open directory that matches; sets errno 0 at the end.
