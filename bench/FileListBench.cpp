@@ -76,9 +76,12 @@ const std::string& tree()
                 }
             }
         }
+        // The static string is destroyed before handlers registered earlier than it
+        // run, so the handler keeps a copy of its own.
+        static const std::string* doomed = new std::string(base);
         std::atexit([] {
             std::error_code ec;
-            std::filesystem::remove_all(tree(), ec);
+            std::filesystem::remove_all(*doomed, ec);
         });
         return base;
     }();
