@@ -4,6 +4,7 @@
 #include "mail/MailServices.h"
 
 #include <cstdio>
+#include <climits>
 #include <cstring>
 #include <unistd.h>
 
@@ -180,16 +181,43 @@ void CZelSmtp::PrepareBody(CString& body)
 {
     if (body.Right(2) != "\r\n")
         body += "\r\n";
-    if (body.Left(3) == ".\r\n")
-        body.Insert(0, '.');
-    // Each replacement leaves "\r\n..\r\n", which no longer matches, so searching
-    // from the start again ends; searching on from the last hit keeps it linear and
-    // gives the same text.
-    int at = body.Find("\r\n.\r\n");
-    while (at >= 0) {
-        body.Insert(at + 2, '.');
-        at = body.Find("\r\n.\r\n", at + 2);
+    // The dots to double are those of lines that are a lone "." (the first line
+    // included), which is what replacing "\r\n.\r\n" one by one comes to: an
+    // inserted dot never makes or breaks another match. A dot is rare in a body and
+    // absent from Base64, so looking for dots alone passes over an attachment at
+    // memchr's pace, and a body without a lone dot is not touched at all. The body
+    // ends in "\r\n", so every dot has two characters after it.
+    const auto loneDot = [](const char* text, std::size_t at) {
+        return (at == 0 || (at >= 2 && text[at - 2] == '\r' && text[at - 1] == '\n')) && text[at + 1] == '\r' &&
+               text[at + 2] == '\n';
+    };
+    const char* const text = body.str().data();
+    const std::size_t length = body.str().size();
+    std::size_t count = 0;
+    for (const char* p = text; (p = static_cast<const char*>(std::memchr(p, '.', length - (p - text)))); ++p)
+        count += loneDot(text, static_cast<std::size_t>(p - text));
+    // A text past the string's int length can't be sent anyway; leaving it alone
+    // keeps the widening below from wrapping.
+    if (count == 0 || length + count > static_cast<std::size_t>(INT_MAX))
+        return;
+    // Widen in place and move each stretch once, from the back. What lies ahead of
+    // the last stretch moved is still the text as it was, so the dots are found
+    // again by the same test.
+    const int grown = static_cast<int>(length + count);
+    char* const out = body.GetBufferSetLength(grown);
+    std::size_t tail = length; // end of the stretch that moves next
+    std::size_t end = length;  // end of the search for the next dot
+    for (std::size_t shift = count; shift > 0;) {
+        const std::size_t at = static_cast<std::size_t>(static_cast<const char*>(::memrchr(out, '.', end)) - out);
+        if (loneDot(out, at)) {
+            std::memmove(out + at + shift, out + at, tail - at);
+            out[at + shift - 1] = '.';
+            --shift;
+            tail = at;
+        }
+        end = at;
     }
+    body.ReleaseBuffer(grown);
 }
 
 int CZelSmtp::TransmitMailMessage(CZelMailMessage* message)

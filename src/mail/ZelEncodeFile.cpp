@@ -1,7 +1,6 @@
 #include <Zel260/mail/ZelEncodeFile.h>
-#include <Zel260/mail/ZelEncode.h>
 
-#include "mail/MailServices.h"
+#include "mail/Base64FileReader.h"
 
 #include <new>
 #include <string>
@@ -9,10 +8,16 @@
 CString ZelEncodeBase64(CString& fileName)
 {
     try {
-        zelmail::FileContent content;
-        if (!content.Load(fileName))
+        zelmail::Base64FileReader reader;
+        if (!reader.Open(fileName))
             return CString();
-        return ZelEncodeBase64(content.data(), static_cast<unsigned long>(content.size()), 76);
+        std::string text;
+        // Room for the line end a sender adds to a body, so that it doesn't copy
+        // the whole text to make it.
+        text.reserve(reader.EncodedLength() + 2);
+        if (!reader.AppendTo(text))
+            return CString();
+        return CString(std::move(text));
     } catch (const std::bad_alloc&) {
         return CString();
     }

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <unordered_set>
@@ -11,16 +12,26 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <time.h>
 
 namespace {
 
 struct FindState {
-    DIR* dir = nullptr;
+    int dirFd = -1;                    // open for reading the entries
+    std::unique_ptr<char[]> buffer;    // a batch of entries as the kernel gave them
+    size_t bufferPos = 0;
+    size_t bufferEnd = 0;
     std::string pattern;
     bool matchAll = false;
     bool exactOnly = false; // a name without wildcards that was found by lstat
     std::string stem; // "X" of a pattern "X.*", which also matches the bare name
+    bool starSuffix = false; // a "*.ext" pattern, matched by its tail (see isStarSuffix)
     FINDEX_SEARCH_OPS op = FindExSearchNameMatch;
+    ZelDirectoryListing* capture = nullptr; // the walk keeps what it leaves out here
+    const ZelDirectoryListing* listed = nullptr; // names come from here, not the directory
+    size_t cursor = 0;                           // next name in `listed`
+    size_t typeCursor = 0;
+    int pathFd = -1;                             // the listed directory, for stat only
 };
 
 // Live handles, so that a stale or foreign handle is refused instead of followed.
@@ -89,6 +100,32 @@ bool matchPlain(const unsigned char* p, const unsigned char* n)
 
 bool hasWildcard(const std::string& s) { return s.find_first_of("*?") != std::string::npos; }
 
+// Whether the pattern is "*" and a tail without wildcards that starts with an ASCII
+// byte (the usual "*.ext"). The general match then comes down to: does the name end
+// with the tail. An ASCII byte never lies inside a multi-byte sequence, so the one
+// place where the tail could start is always a place the general match would try.
+bool isStarSuffix(const unsigned char* p)
+{
+    if (p[0] != '*' || p[1] == 0 || p[1] >= 0x80)
+        return false;
+    for (const unsigned char* q = p + 1; *q; ++q)
+        if (*q == '*' || *q == '?')
+            return false;
+    return true;
+}
+
+bool matchSuffix(const unsigned char* tail, size_t tailLength, const unsigned char* n)
+{
+    size_t length = std::strlen(reinterpret_cast<const char*>(n));
+    if (length < tailLength)
+        return false;
+    n += length - tailLength;
+    for (size_t i = 0; i < tailLength; ++i)
+        if (lowerAscii(tail[i]) != lowerAscii(n[i]))
+            return false;
+    return true;
+}
+
 void fill(WIN32_FIND_DATA* data, const char* name, const struct statx& st, bool isLink)
 {
     std::memset(data, 0, sizeof *data);
@@ -117,7 +154,8 @@ void fill(WIN32_FIND_DATA* data, const char* name, const struct statx& st, bool 
         data->nFileSizeHigh = static_cast<DWORD>(st.stx_size >> 32);
         data->nFileSizeLow = static_cast<DWORD>(st.stx_size & 0xFFFFFFFFu);
     }
-    std::strncpy(data->cFileName, name, MAX_PATH - 1);
+    // The record was cleared above, so the name needs no padding.
+    std::memcpy(data->cFileName, name, strnlen(name, MAX_PATH - 1));
 }
 
 // Resolves one entry; false when it can't be (dangling, looping, gone).
@@ -136,21 +174,80 @@ bool statEntry(int dirFd, const char* name, unsigned char dtype, WIN32_FIND_DATA
     return true;
 }
 
+void keep(ZelDirectoryListing* listing, const char* name, unsigned char type)
+{
+    listing->names.append(name, std::strlen(name) + 1);
+    listing->types.push_back(static_cast<char>(type));
+}
+
+bool matches(const FindState* s, const char* name)
+{
+    auto* n = reinterpret_cast<const unsigned char*>(name);
+    if (s->starSuffix)
+        return matchSuffix(reinterpret_cast<const unsigned char*>(s->pattern.c_str()) + 1, s->pattern.size() - 1, n);
+    return s->matchAll || matchPlain(reinterpret_cast<const unsigned char*>(s->pattern.c_str()), n) ||
+           (!s->stem.empty() && matchPlain(reinterpret_cast<const unsigned char*>(s->stem.c_str()), n));
+}
+
+// Next matching entry of a listing; sets errno 0 at the end like readNext.
+bool readNextListed(FindState* s, WIN32_FIND_DATA* data)
+{
+    const std::string& names = s->listed->names;
+    while (s->cursor < names.size()) {
+        const char* name = names.c_str() + s->cursor;
+        s->cursor += std::strlen(name) + 1;
+        unsigned char type = static_cast<unsigned char>(s->listed->types[s->typeCursor++]);
+        if (matches(s, name) && statEntry(s->pathFd, name, type, data))
+            return true;
+    }
+    errno = 0;
+    return false;
+}
+
+// Large batches: most directories come in one call (and the one that finds the end).
+constexpr size_t kEntryBuffer = 32768;
+
+// The next raw entry, or null with errno 0 at the end or the error otherwise.
+dirent64* nextEntry(FindState* s)
+{
+    for (;;) {
+        if (s->bufferPos >= s->bufferEnd) {
+            if (!s->buffer)
+                s->buffer.reset(new char[kEntryBuffer]);
+            ssize_t n = getdents64(s->dirFd, s->buffer.get(), kEntryBuffer);
+            if (n <= 0) {
+                if (n == 0)
+                    errno = 0;
+                return nullptr;
+            }
+            s->bufferPos = 0;
+            s->bufferEnd = static_cast<size_t>(n);
+        }
+        auto* e = reinterpret_cast<dirent64*>(s->buffer.get() + s->bufferPos);
+        s->bufferPos += e->d_reclen;
+        // A slot without an inode is a deleted entry that some file systems still
+        // hand out; readdir never showed those.
+        if (e->d_ino != 0)
+            return e;
+    }
+}
+
 // Next entry of the open directory that matches; sets errno 0 at the end.
 bool readNext(FindState* s, WIN32_FIND_DATA* data)
 {
-    int fd = dirfd(s->dir);
+    if (s->listed)
+        return readNextListed(s, data);
+    int fd = s->dirFd;
     for (;;) {
         errno = 0;
-        dirent* e = readdir(s->dir);
-        if (!e)
+        dirent64* e = nextEntry(s);
+        if (!e) {
+            if (s->capture && errno == 0)
+                s->capture->complete = true;
             return false;
-        if (!s->matchAll && !matchPlain(reinterpret_cast<const unsigned char*>(s->pattern.c_str()),
-                                        reinterpret_cast<const unsigned char*>(e->d_name))) {
-            if (s->stem.empty() || !matchPlain(reinterpret_cast<const unsigned char*>(s->stem.c_str()),
-                                               reinterpret_cast<const unsigned char*>(e->d_name)))
-                continue;
         }
+        if (!matches(s, e->d_name))
+            continue;
         if (s->op == FindExSearchLimitToDirectories) {
             if (e->d_type == DT_DIR) {
                 // The directory type is known without a stat; the walk that asked
@@ -159,14 +256,22 @@ bool readNext(FindState* s, WIN32_FIND_DATA* data)
                 data->dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
                 if (e->d_name[0] == '.' && std::strcmp(e->d_name, ".") != 0 && std::strcmp(e->d_name, "..") != 0)
                     data->dwFileAttributes |= FILE_ATTRIBUTE_HIDDEN;
-                std::strncpy(data->cFileName, e->d_name, MAX_PATH - 1);
+                std::memcpy(data->cFileName, e->d_name, strnlen(e->d_name, MAX_PATH - 1));
                 return true;
             }
-            if (e->d_type != DT_UNKNOWN)
+            if (e->d_type != DT_UNKNOWN) {
+                if (s->capture)
+                    keep(s->capture, e->d_name, e->d_type);
                 continue;
+            }
         }
-        if (statEntry(fd, e->d_name, e->d_type, data))
+        if (statEntry(fd, e->d_name, e->d_type, data)) {
+            if (s->capture && !(data->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                keep(s->capture, e->d_name, e->d_type);
             return true;
+        }
+        if (s->capture)
+            keep(s->capture, e->d_name, e->d_type);
     }
 }
 
@@ -189,9 +294,115 @@ void splitSearch(const char* fileName, std::string& dir, std::string& pattern)
 
 void destroy(FindState* s)
 {
-    if (s->dir)
-        closedir(s->dir);
+    if (s->dirFd >= 0)
+        close(s->dirFd);
+    if (s->pathFd >= 0)
+        close(s->pathFd);
     delete s;
+}
+
+void setPattern(FindState* s, const std::string& pattern, FINDEX_SEARCH_OPS op)
+{
+    s->pattern = pattern;
+    s->matchAll = pattern == "*" || pattern == "*.*";
+    s->op = op;
+    if (pattern.size() > 2 && pattern.compare(pattern.size() - 2, 2, ".*") == 0)
+        s->stem = pattern.substr(0, pattern.size() - 2);
+    s->starSuffix = !s->matchAll && isStarSuffix(reinterpret_cast<const unsigned char*>(pattern.c_str()));
+}
+
+HANDLE publish(FindState* s)
+{
+    {
+        std::lock_guard<std::mutex> lock(handlesMutex());
+        handles().insert(s);
+    }
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<HANDLE>(s);
+}
+
+bool sameAsListed(const struct stat& st, const ZelDirectoryListing& listing)
+{
+    return static_cast<unsigned long long>(st.st_dev) == listing.device &&
+           static_cast<unsigned long long>(st.st_ino) == listing.inode &&
+           static_cast<long long>(st.st_ctim.tv_sec) == listing.changeSeconds &&
+           static_cast<long>(st.st_ctim.tv_nsec) == listing.changeNanoseconds;
+}
+
+// Notes who the directory is and when it last changed, before any entry is read.
+// A later change shows as another status-change time only if it falls into another
+// step of the file system's clock. Those steps are the kernel's coarse tick, or the
+// file system's own resolution (10 ms on some, whole seconds on others, where the
+// nanoseconds always read 0). So the listing vouches for the directory only if its
+// time has a sub-second part and lies well before the reading began.
+void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
+{
+    constexpr long long kSettledNs = 20'000'000;
+    struct stat st;
+    if (fstat(fd, &st) != 0)
+        return;
+    listing->device = static_cast<unsigned long long>(st.st_dev);
+    listing->inode = static_cast<unsigned long long>(st.st_ino);
+    listing->changeSeconds = static_cast<long long>(st.st_ctim.tv_sec);
+    listing->changeNanoseconds = static_cast<long>(st.st_ctim.tv_nsec);
+    const long long changed = static_cast<long long>(st.st_ctim.tv_sec) * 1'000'000'000LL + st.st_ctim.tv_nsec;
+    const long long start = static_cast<long long>(before.tv_sec) * 1'000'000'000LL + before.tv_nsec;
+    listing->trustworthy = st.st_ctim.tv_nsec != 0 && changed + kSettledNs < start;
+}
+
+HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture)
+{
+    if (capture)
+        *capture = ZelDirectoryListing();
+    if (!fileName || !data || !*fileName) {
+        SetLastError(fileName && !*fileName ? ERROR_PATH_NOT_FOUND : ERROR_INVALID_PARAMETER);
+        return INVALID_HANDLE_VALUE;
+    }
+    std::string dir, pattern;
+    splitSearch(fileName, dir, pattern);
+
+    auto* s = new FindState;
+    setPattern(s, pattern, op);
+    timespec before{0, 0};
+    if (capture)
+        clock_gettime(CLOCK_REALTIME_COARSE, &before);
+    s->dirFd = open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (s->dirFd < 0) {
+        int err = errno;
+        destroy(s);
+        SetLastError(err == ENOENT ? ERROR_PATH_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+        return INVALID_HANDLE_VALUE;
+    }
+    if (pattern.empty()) {
+        destroy(s);
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    // Only a walk that sees every name can stand in for a later pattern search.
+    if (capture && s->matchAll && op == FindExSearchLimitToDirectories) {
+        stampListing(capture, s->dirFd, before);
+        s->capture = capture;
+    }
+
+    // A plain name is looked up directly, which is exact and doesn't read a large
+    // directory; only when that fails does the case-insensitive scan run.
+    bool found = false;
+    if (!hasWildcard(pattern)) {
+        if (statEntry(s->dirFd, pattern.c_str(), DT_UNKNOWN, data)) {
+            s->exactOnly = true;
+            found = true;
+        }
+    }
+    if (!found) {
+        found = readNext(s, data);
+        if (!found) {
+            int err = errno;
+            destroy(s);
+            SetLastError(err == 0 ? ERROR_FILE_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+            return INVALID_HANDLE_VALUE;
+        }
+    }
+    return publish(s);
 }
 
 } // namespace
@@ -217,6 +428,8 @@ BOOL ZelWildcardMatch(const char* pattern, const char* name)
         return TRUE;
     auto* p = reinterpret_cast<const unsigned char*>(pattern);
     auto* n = reinterpret_cast<const unsigned char*>(name);
+    if (isStarSuffix(p))
+        return matchSuffix(p + 1, std::strlen(pattern) - 1, n) ? TRUE : FALSE;
     if (matchPlain(p, n))
         return TRUE;
     size_t len = std::strlen(pattern);
@@ -234,56 +447,59 @@ HANDLE FindFirstFile(const char* fileName, WIN32_FIND_DATA* data)
 
 HANDLE FindFirstFileEx(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op)
 {
-    if (!fileName || !data || !*fileName) {
-        SetLastError(fileName && !*fileName ? ERROR_PATH_NOT_FOUND : ERROR_INVALID_PARAMETER);
-        return INVALID_HANDLE_VALUE;
-    }
+    return openSearch(fileName, data, op, nullptr);
+}
+
+HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing)
+{
+    return openSearch(fileName, data, FindExSearchLimitToDirectories, listing);
+}
+
+HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data)
+{
+    if (!fileName || !data || !*fileName || !listing.complete || !listing.trustworthy)
+        return FindFirstFile(fileName, data);
     std::string dir, pattern;
     splitSearch(fileName, dir, pattern);
-
+    if (!hasWildcard(pattern))
+        return FindFirstFile(fileName, data);
     auto* s = new FindState;
-    s->pattern = pattern;
-    s->matchAll = pattern == "*" || pattern == "*.*";
-    s->op = op;
-    if (pattern.size() > 2 && pattern.compare(pattern.size() - 2, 2, ".*") == 0)
-        s->stem = pattern.substr(0, pattern.size() - 2);
-    s->dir = opendir(dir.c_str());
-    if (!s->dir) {
-        int err = errno;
+    setPattern(s, pattern, FindExSearchNameMatch);
+    s->listed = &listing;
+    // Where nothing is listed that could match, a look at the directory itself is
+    // enough to know that it still holds nothing; opening it would cost more.
+    bool anyMatch = false;
+    while (s->cursor < listing.names.size() && !anyMatch) {
+        const char* name = listing.names.c_str() + s->cursor;
+        if (matches(s, name)) {
+            anyMatch = true;
+        } else {
+            s->cursor += std::strlen(name) + 1;
+            ++s->typeCursor;
+        }
+    }
+    // Anything unexpected here (the directory gone, replaced or changed) is left to
+    // the real enumeration, which then reports exactly what it finds.
+    struct stat st;
+    if (!anyMatch) {
+        bool unchanged = stat(dir.c_str(), &st) == 0 && sameAsListed(st, listing);
         destroy(s);
-        SetLastError(err == ENOENT ? ERROR_PATH_NOT_FOUND : ZelWin32ErrorFromErrno(err));
+        if (!unchanged)
+            return FindFirstFile(fileName, data);
+        SetLastError(ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
     }
-    if (pattern.empty()) {
+    s->pathFd = open(dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    if (s->pathFd < 0 || fstat(s->pathFd, &st) != 0 || !sameAsListed(st, listing)) {
+        destroy(s);
+        return FindFirstFile(fileName, data);
+    }
+    if (!readNext(s, data)) {
         destroy(s);
         SetLastError(ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
     }
-
-    // A plain name is looked up directly, which is exact and doesn't read a large
-    // directory; only when that fails does the case-insensitive scan run.
-    bool found = false;
-    if (!hasWildcard(pattern)) {
-        if (statEntry(dirfd(s->dir), pattern.c_str(), DT_UNKNOWN, data)) {
-            s->exactOnly = true;
-            found = true;
-        }
-    }
-    if (!found) {
-        found = readNext(s, data);
-        if (!found) {
-            int err = errno;
-            destroy(s);
-            SetLastError(err == 0 ? ERROR_FILE_NOT_FOUND : ZelWin32ErrorFromErrno(err));
-            return INVALID_HANDLE_VALUE;
-        }
-    }
-    {
-        std::lock_guard<std::mutex> lock(handlesMutex());
-        handles().insert(s);
-    }
-    SetLastError(ERROR_SUCCESS);
-    return static_cast<HANDLE>(s);
+    return publish(s);
 }
 
 BOOL FindNextFile(HANDLE find, WIN32_FIND_DATA* data)

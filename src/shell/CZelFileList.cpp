@@ -7,10 +7,14 @@
 #include <Zel260/shell/ZelPath.h>
 
 #include <algorithm>
-#include <cstring>
 #include <condition_variable>
+#include <cstdint>
+#include <cstring>
 #include <new>
+#include <stdexcept>
+#include <string>
 #include <system_error>
+#include <vector>
 
 namespace {
 
@@ -24,6 +28,49 @@ int lastSeparator(const CString& s)
 bool isDotEntry(const char* name) { return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0; }
 
 bool quietError(DWORD e) { return e == ERROR_FILE_NOT_FOUND || e == ERROR_ACCESS_DENIED; }
+
+// What the directory walk of one DoIt read, by directory, so that the file scans
+// after it need not read each directory again. It lives on DoIt's stack; the
+// search's own functions reach it through the thread, and a callback that runs
+// another list's search on this thread gets a context of its own.
+struct WalkListings {
+    const CZelFileList* owner;
+    std::vector<ZelDirectoryListing> byDirectory; // parallel to the directory list
+    size_t current = SIZE_MAX;                    // index of the directory at hand
+    ZelDirectoryListing* at(const CZelFileList* list)
+    {
+        return owner == list && current < byDirectory.size() ? &byDirectory[current] : nullptr;
+    }
+};
+thread_local WalkListings* t_walk = nullptr;
+
+// Room for the records the listed directories are about to give, so that the list
+// doesn't copy every record it holds each time it grows. Only a hint, reckoned as one
+// record per listed name: matching every name here would cost as much as the
+// copies it saves, and room that is never written to costs no memory.
+void reserveForListedRecords(std::vector<CZelFindData>& records, const WalkListings& walk)
+{
+    size_t expected = 0;
+    for (const ZelDirectoryListing& listing : walk.byDirectory)
+        expected += listing.types.size();
+    try {
+        records.reserve(records.size() + expected);
+    } catch (const std::bad_alloc&) {
+        // Then the list grows as it goes.
+    } catch (const std::length_error&) {
+    }
+}
+
+class WalkScope {
+public:
+    explicit WalkScope(WalkListings* walk) : m_previous(t_walk) { t_walk = walk; }
+    ~WalkScope() { t_walk = m_previous; }
+    WalkScope(const WalkScope&) = delete;
+    WalkScope& operator=(const WalkScope&) = delete;
+
+private:
+    WalkListings* m_previous;
+};
 
 } // namespace
 
@@ -102,15 +149,22 @@ void CZelFileList::DoIt()
     CString pattern = m_path.Mid(sep + 1);
     m_patterns.insert(m_patterns.begin(), pattern);
 
-    if (m_recursive)
+    WalkListings walk{this, {}};
+    WalkScope scope(m_recursive ? &walk : t_walk);
+    if (m_recursive) {
+        if (m_directories.empty())
+            walk.current = 0;
         FindDirectories(m_path);
-    else
+    } else {
         m_directories.assign(1, dir);
+    }
     if (Aborted())
         return;
+    reserveForListedRecords(m_records, walk);
 
     m_counter = 0;
     for (size_t d = 0; d < m_directories.size(); ++d) {
+        walk.current = d;
         for (size_t p = 0; p < m_patterns.size(); ++p) {
             bool last = d + 1 == m_directories.size() && p + 1 == m_patterns.size();
             FindFiles(m_directories[d] + m_patterns[p], last);
@@ -137,7 +191,14 @@ void CZelFileList::FindDirectories(const CString& path)
     }
 
     // Only directories matter here: the enumeration may skip the rest unexamined.
-    HANDLE h = FindFirstFileEx(search, m_work.get(), FindExSearchLimitToDirectories);
+    ZelDirectoryListing* listing = nullptr;
+    if (t_walk && t_walk->owner == this && t_walk->current != SIZE_MAX) {
+        if (t_walk->byDirectory.size() <= t_walk->current)
+            t_walk->byDirectory.resize(t_walk->current + 1);
+        listing = &t_walk->byDirectory[t_walk->current];
+    }
+    HANDLE h = listing ? ZelFindFirstDirectories(search, m_work.get(), listing)
+                       : FindFirstFileEx(search, m_work.get(), FindExSearchLimitToDirectories);
     if (h == INVALID_HANDLE_VALUE) {
         DWORD e = ::GetLastError();
         if (!quietError(e))
@@ -176,6 +237,8 @@ void CZelFileList::FindDirectories(const CString& path)
     size_t end = m_directories.size();
     for (size_t i = start; i < end; ++i) {
         CString child = m_directories[i];
+        if (t_walk && t_walk->owner == this)
+            t_walk->current = i;
         FindDirectories(child);
         if (Aborted())
             break;
@@ -193,15 +256,20 @@ void CZelFileList::FindFiles(const CString& path, bool last)
     ++m_counter;
     NotifySearchInDirectory(dir);
 
-    HANDLE h = FindFirstFile(path, m_work.get());
+    const ZelDirectoryListing* listing = t_walk ? t_walk->at(this) : nullptr;
+    HANDLE h = listing ? ZelFindFirstListed(path, *listing, m_work.get()) : FindFirstFile(path, m_work.get());
     if (h == INVALID_HANDLE_VALUE) {
         DWORD e = ::GetLastError();
         if (!quietError(e))
             SetError(e, true);
     } else {
+        std::string full = dir.str();
+        const size_t dirLength = full.size();
         for (;;) {
             if (!(m_work->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
-                m_work->SetFullFilename(dir + m_work->cFileName);
+                full.resize(dirLength);
+                full += m_work->cFileName;
+                m_work->SetFullFilename(full.c_str());
                 m_records.push_back(*m_work);
             }
             if (!FindNextFile(h, m_work.get())) {

@@ -2,6 +2,7 @@
 #include <Zel260/mail/CZelMailMessageMimeContainer.h>
 #include <Zel260/mail/CZelMailMessageMimePartBinary.h>
 #include <Zel260/mail/CZelMailMessageMimePartText.h>
+#include <Zel260/mail/ZelEncode.h>
 #include <Zel260/mail/ZelEncodeFile.h>
 
 #include "TestSupport.h"
@@ -277,4 +278,53 @@ TEST(EncodeFile, LinesOf76AndMissingFiles)
     EXPECT_EQ(ZelEncodeBase64(missing), "");
     CString folder(dir.path());
     EXPECT_EQ(ZelEncodeBase64(folder), "");
+}
+
+// The file is read and encoded a block at a time; the text must be the one the
+// encoder gives for the whole content, wherever the blocks and lines end.
+TEST(EncodeFile, BlockwiseReadingGivesTheWholeEncoding)
+{
+    zeltest::TempDir dir;
+    const std::size_t block = 57 * 2 * 576;
+    const std::size_t sizes[] = {1, 2, 3, 56, 57, 58, 113, 114, 115, 171, block - 1, block, block + 1,
+                                 block + 57, 2 * block + 58, 3 * block + 2};
+    for (std::size_t size : sizes) {
+        std::string data(size, '\0');
+        for (std::size_t i = 0; i < size; ++i)
+            data[i] = static_cast<char>((i * 131 + size) & 0xFF);
+        CString path(dir.write("f.bin", data));
+        const CString whole = ZelEncodeBase64(reinterpret_cast<unsigned char*>(data.data()),
+                                              static_cast<unsigned long>(size), 76);
+        EXPECT_EQ(ZelEncodeBase64(path), whole) << size;
+
+        // Written straight into a message of several parts, the same text.
+        CZelMailMessageMimeContainer mail;
+        mail.Boundary("B");
+        mail.AddMimePart(new CZelMailMessageMimePartText("t"));
+        auto* binary = new CZelMailMessageMimePartBinary(path);
+        mail.AddMimePart(binary);
+        const std::string expected = "\r\n--B\r\n" + CZelMailMessageMimePartText("t").Header().str() + "\r\nt" +
+                                     "\r\n--B\r\n" + binary->Header().str() + "\r\n" + whole.str() + "\r\n--B--\r\n";
+        EXPECT_EQ(mail.Body().str(), expected) << size;
+    }
+}
+
+// A class derived from the file part may give its own body; the container must ask
+// it rather than read the file itself.
+TEST(MimeContainer, DerivedFilePartKeepsItsOwnBody)
+{
+    class Stamped : public CZelMailMessageMimePartBinary {
+    public:
+        using CZelMailMessageMimePartBinary::CZelMailMessageMimePartBinary;
+        CString Body() override { return "stamped"; }
+    };
+    zeltest::TempDir dir;
+    const std::string file = dir.write("a.bin", "Man");
+    CZelMailMessageMimeContainer mail;
+    mail.Boundary("B");
+    mail.AddMimePart(new Stamped(file.c_str()));
+    mail.AddMimePart(new CZelMailMessageMimePartBinary(file.c_str()));
+    const std::string body = mail.Body().str();
+    EXPECT_NE(body.find("\r\n\r\nstamped\r\n--B\r\n"), std::string::npos) << body;
+    EXPECT_NE(body.find("\r\n\r\nTWFu\r\n--B--\r\n"), std::string::npos) << body;
 }

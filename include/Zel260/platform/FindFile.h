@@ -28,6 +28,8 @@
 
 #include <Zel260/platform/Win32Types.h>
 
+#include <string>
+
 // A directory entry that is itself a symbolic link (Windows marks links and
 // junctions the same way). A recursive walk doesn't descend through it.
 constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
@@ -58,3 +60,36 @@ BOOL ZelWildcardMatch(const char* pattern, const char* name);
 // FILETIME from seconds and nanoseconds since 1970-01-01 UTC; times before 1601
 // clamp to zero.
 FILETIME ZelFileTimeFromUnix(long long seconds, long nanoseconds);
+
+// The entries of one directory that may be files, kept from a directory walk so that
+// file patterns can later be matched against them without reading the directory
+// again (a recursive file search lists every directory before it searches any).
+// Filled by ZelFindFirstDirectories and its FindNextFile calls; usable only once that
+// enumeration has reached its end. The listing is trusted later only while the
+// directory's identity and status-change time are those seen when it was read, and
+// that time was then clearly in the past and finer than a second (a change made in
+// the same step of the file system's clock could otherwise keep the time as it was);
+// elsewhere the directory is simply read again.
+struct ZelDirectoryListing {
+    std::string names;  // each name followed by a NUL, in the directory's order
+    std::string types;  // one directory-entry type byte per name
+    unsigned long long device = 0;
+    unsigned long long inode = 0;
+    long long changeSeconds = 0;
+    long changeNanoseconds = 0;
+    bool trustworthy = false; // the time test above held when it was read
+    bool complete = false;    // the enumeration reached the end of the directory
+};
+
+// FindFirstFileEx(fileName, data, FindExSearchLimitToDirectories), which also keeps
+// the entries it leaves out in `listing` (cleared first) when the pattern matches
+// every name ("*" or "*.*"). Same results and errors as FindFirstFileEx.
+HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing);
+
+// FindFirstFile(fileName) for a search whose directory was listed before: while the
+// listing is complete and the directory unchanged, the names come from the listing
+// and only the matching ones are examined (stat is still made at this moment, so
+// the records are as fresh as FindFirstFile's). Entries that the listing knows to be
+// directories, "." and "..", are not reported. Otherwise, and for a pattern without
+// wildcards, this is FindFirstFile itself. The listing must outlive the handle.
+HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data);

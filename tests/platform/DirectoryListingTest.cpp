@@ -1,0 +1,190 @@
+#include <Zel260/platform/FindFile.h>
+#include <Zel260/platform/Win32Error.h>
+
+#include "TestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdio>
+#include <map>
+#include <string>
+#include <thread>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// Name -> size of every non-directory entry a search reports.
+using Found = std::map<std::string, DWORD>;
+
+Found collect(HANDLE h, WIN32_FIND_DATA& fd)
+{
+    Found found;
+    if (h == INVALID_HANDLE_VALUE)
+        return found;
+    do
+        if (!(fd.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+            found[fd.cFileName] = fd.nFileSizeLow;
+    while (FindNextFile(h, &fd));
+    FindClose(h);
+    return found;
+}
+
+Found direct(const std::string& search)
+{
+    WIN32_FIND_DATA fd;
+    return collect(FindFirstFile(search.c_str(), &fd), fd);
+}
+
+Found listed(const std::string& search, const ZelDirectoryListing& listing)
+{
+    WIN32_FIND_DATA fd;
+    return collect(ZelFindFirstListed(search.c_str(), listing, &fd), fd);
+}
+
+// Walks the whole directory as the recursive search does and keeps its listing.
+ZelDirectoryListing walk(const std::string& dir)
+{
+    ZelDirectoryListing listing;
+    WIN32_FIND_DATA fd;
+    HANDLE h = ZelFindFirstDirectories((dir + "/*.*").c_str(), &fd, &listing);
+    if (h != INVALID_HANDLE_VALUE) {
+        while (FindNextFile(h, &fd)) {
+        }
+        FindClose(h);
+    }
+    return listing;
+}
+
+// File times move in steps; a directory changed shortly before its reading can't
+// vouch for its listing, so the trees here are let age first.
+void letAge() { std::this_thread::sleep_for(std::chrono::milliseconds(60)); }
+
+} // namespace
+
+TEST(DirectoryListing, AnAgedDirectoryIsServedFromItsListing)
+{
+    zeltest::TempDir dir;
+    dir.write("a.txt", "1");
+    dir.write("B.TXT", "22");
+    dir.write("c.dat", "333");
+    dir.write("sub/x.txt", "");
+    symlink("a.txt", dir.file("link.txt").c_str());
+    symlink("missing", dir.file("dangling.txt").c_str());
+    letAge();
+
+    ZelDirectoryListing listing = walk(dir.path());
+    EXPECT_TRUE(listing.complete);
+    EXPECT_TRUE(listing.trustworthy);
+    for (const char* pattern : {"*.txt", "*", "*.*", "?.*", "b.*", "*.DAT"}) {
+        std::string search = dir.path() + "/" + pattern;
+        EXPECT_EQ(listed(search, listing), direct(search)) << pattern;
+    }
+    // No match is the same quiet error as FindFirstFile's.
+    WIN32_FIND_DATA fd;
+    EXPECT_EQ(ZelFindFirstListed((dir.path() + "/*.none").c_str(), listing, &fd), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+}
+
+TEST(DirectoryListing, ChangesAfterTheWalkAreSeen)
+{
+    struct Row {
+        const char* name;
+        void (*change)(const zeltest::TempDir&);
+        Found expected;
+    };
+    const Row rows[] = {
+        {"file added", [](const zeltest::TempDir& d) { d.write("new.txt", "4444"); },
+         {{"keep.txt", 1}, {"gone.txt", 2}, {"new.txt", 4}}},
+        {"file removed", [](const zeltest::TempDir& d) { std::remove(d.file("gone.txt").c_str()); },
+         {{"keep.txt", 1}}},
+        // Content alone doesn't touch the directory: the sizes must still be fresh.
+        {"file grown", [](const zeltest::TempDir& d) { d.write("keep.txt", "55555"); },
+         {{"keep.txt", 5}, {"gone.txt", 2}}},
+        {"file renamed", [](const zeltest::TempDir& d) {
+             std::rename(d.file("gone.txt").c_str(), d.file("back.txt").c_str());
+         },
+         {{"keep.txt", 1}, {"back.txt", 2}}},
+    };
+    for (const Row& row : rows) {
+        zeltest::TempDir dir;
+        dir.write("keep.txt", "1");
+        dir.write("gone.txt", "22");
+        letAge();
+        ZelDirectoryListing listing = walk(dir.path());
+        row.change(dir);
+        EXPECT_EQ(listed(dir.path() + "/*.txt", listing), row.expected) << row.name;
+    }
+
+    // A directory with nothing to match when it was listed isn't opened again, but
+    // it is still looked at.
+    zeltest::TempDir dir;
+    dir.write("a.dat", "");
+    letAge();
+    ZelDirectoryListing listing = walk(dir.path());
+    EXPECT_EQ(listed(dir.path() + "/*.txt", listing), Found{});
+    dir.write("b.txt", "22");
+    EXPECT_EQ(listed(dir.path() + "/*.txt", listing), (Found{{"b.txt", 2}}));
+}
+
+TEST(DirectoryListing, AListingThatCantBeTrustedFallsBackToReading)
+{
+    zeltest::TempDir dir;
+    dir.write("one.txt", "1");
+    dir.write("sub/two.txt", "22");
+    letAge();
+
+    // A directory put in place of the listed one, even with the same names.
+    ZelDirectoryListing replaced = walk(dir.file("sub"));
+    ASSERT_EQ(std::rename(dir.file("sub").c_str(), dir.file("old").c_str()), 0);
+    dir.write("sub/three.txt", "333");
+    EXPECT_EQ(listed(dir.file("sub") + "/*.txt", replaced), (Found{{"three.txt", 3}}));
+
+    // A walk left before its end lists only part of the directory.
+    ZelDirectoryListing partial;
+    WIN32_FIND_DATA fd;
+    HANDLE h = ZelFindFirstDirectories((dir.path() + "/*.*").c_str(), &fd, &partial);
+    ASSERT_NE(h, INVALID_HANDLE_VALUE);
+    FindClose(h);
+    EXPECT_FALSE(partial.complete);
+    EXPECT_EQ(listed(dir.path() + "/*.txt", partial), (Found{{"one.txt", 1}}));
+
+    // A directory changed just before it was read.
+    dir.write("fresh.txt", "");
+    ZelDirectoryListing fresh = walk(dir.path());
+    dir.write("later.txt", "");
+    EXPECT_EQ(listed(dir.path() + "/*.txt", fresh), (Found{{"one.txt", 1}, {"fresh.txt", 0}, {"later.txt", 0}}));
+
+    // A directory that went away gives FindFirstFile's error.
+    ZelDirectoryListing gone = walk(dir.file("old"));
+    std::remove(dir.file("old/two.txt").c_str());
+    ASSERT_EQ(rmdir(dir.file("old").c_str()), 0);
+    EXPECT_EQ(ZelFindFirstListed((dir.file("old") + "/*.txt").c_str(), gone, &fd), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
+}
+
+// "*" and a plain tail is decided by the name's end alone; these rows are the places
+// where that could part from the general rule.
+TEST(DirectoryListing, StarAndTailPatterns)
+{
+    struct Row {
+        const char* name;
+        const char* pattern;
+        const char* file;
+        bool match;
+    } rows[] = {
+        {"star may match nothing", "*.txt", ".txt", true},
+        {"name shorter than the tail", "*.txt", "txt", false},
+        {"case is ignored on both sides", "*.TxT", "A.tXt", true},
+        {"tail repeated", "*.txt", "a.txt.txt", true},
+        {"tail only inside", "*.txt", "a.txt.bak", false},
+        {"multi-byte character before the tail", "*.txt", "\xc3\xa9.txt", true},
+        {"tail starting inside a character is never met", "*\xa9x", "\xc3\xa9x", false},
+        {"non-ASCII tail compares bytewise", "*\xc3\xa9", "x\xc3\x89", false},
+        {"wildcard in the tail", "*.t?t", "a.txt", true},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(ZelWildcardMatch(r.pattern, r.file), r.match ? TRUE : FALSE) << r.name;
+}
