@@ -27,24 +27,6 @@ namespace {
 const char* LeapSecondsSection() { return CZelProfileEntries::LeapSecondsSection(); }
 const char* LeapSecondsEntry() { return CZelProfileEntries::LeapSecondsEntry(); }
 
-// The MJD of clock fields; the division by 24 comes first in each term so that the
-// sums come out bit for bit as they always have.
-double mjdOfFields(const Fields& f, bool withFraction)
-{
-    double dayValue = f.day + f.hour / 24.0 + f.minute / 24.0 / 60.0 + f.second / 24.0 / 3600.0;
-    if (withFraction)
-        dayValue += f.frac / 24.0 / 3600.0;
-    long year = f.year;
-    long month = f.month;
-    if (month < 3) {
-        year -= 1;
-        month += 12;
-    }
-    const long a = year / 100;
-    return zeltime::FastFloor(365.25 * year) + zeltime::FastTrunc(30.6001 * (month + 1)) + static_cast<double>(2 - a + a / 4) -
-           679006 + dayValue;
-}
-
 struct BuiltInLeapSecond {
     double mjd;
     int count;
@@ -296,19 +278,19 @@ IMPLEMENT_DYNAMIC(CZelTimeHelper, CObject)
 double CZelTimeHelper::GetMjd(const CZelTime& time)
 {
     const Fields f = FieldsOf(time);
-    return f.ok ? mjdOfFields(f, true) : 0.0;
+    return f.ok ? zeltime::MjdOfFields(f, true) : 0.0;
 }
 
 double CZelTimeHelper::GetMjd(const CTime& time)
 {
     const Fields f = FieldsOf(time);
-    return f.ok ? mjdOfFields(f, false) : 0.0;
+    return f.ok ? zeltime::MjdOfFields(f, false) : 0.0;
 }
 
 double CZelTimeHelper::GetMjd(const COleDateTime& time)
 {
     const Fields f = FieldsOf(time);
-    return f.ok ? mjdOfFields(f, false) : 0.0;
+    return f.ok ? zeltime::MjdOfFields(f, false) : 0.0;
 }
 
 void CZelTimeHelper::Mjd2Ymd(const double& mjd, long& year, long& month, long& day, long& hour, long& minute,
