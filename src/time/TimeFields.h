@@ -9,6 +9,10 @@
 #include <cstdint>
 #include <ctime>
 
+// Private to each binary: calls stay direct instead of going through the exported
+// symbol table of the shared library.
+#pragma GCC visibility push(hidden)
+
 namespace zeltime {
 
 struct Fields {
@@ -251,9 +255,13 @@ inline void Mjd2YmdSplit(double mjd, long& year, long& month, long& day, long& h
     }
     // Below 1e8 the whole part fits an integer and the difference is exact; its sign
     // only matters where it is zero, and there no step below reads it.
-    const double frac = mjd - static_cast<double>(static_cast<long long>(mjd));
+    const long long whole = static_cast<long long>(mjd);
+    const double frac = mjd - static_cast<double>(whole);
+    // The day number is the whole part moved by 2400001 wherever the sum of the
+    // formula comes out exact; the check stands off the path of the result, and
+    // anything it rejects goes the double way.
+    const long long jj = whole + 2400001;
     const double j = mjd + 1.0 - frac + 2400000.0;
-    const long long jj = static_cast<long long>(j);
     if (static_cast<double>(jj) != j) {
         Mjd2YmdDouble(mjd, year, month, day, hour, minute, second, fracSecond);
         return;
@@ -287,15 +295,21 @@ inline void Mjd2YmdSplit(double mjd, long& year, long& month, long& day, long& h
         fracSecond = 0.0;
         return;
     }
-    // SplitDays for a positive count of days below 2^31, where every truncation is a
-    // plain conversion and every remainder is positive.
+    // SplitDays for a positive count of days. dayOfMonth <= days <= dayOfMonth + 1
+    // <= 2 * dayOfMonth, so days - dayOfMonth is exact: the whole day is dayOfMonth,
+    // or the next one where the fraction rounded up to it.
     const double days = dayOfMonth + frac;
-    if (!(days > 0.0)) {
+    if (!(frac > 0.0)) {
         SplitDays(days, day, hour, minute, second, fracSecond);
         return;
     }
-    const int wholeDays = static_cast<int>(days);
-    const double seconds = (days - static_cast<double>(wholeDays)) * 86400.0;
+    double dayPart = days - dayOfMonth;
+    long wholeDays = static_cast<long>(dayOfMonth);
+    if (dayPart == 1.0) {
+        wholeDays += 1;
+        dayPart = 0.0;
+    }
+    const double seconds = dayPart * 86400.0;
     const int wholeSeconds = static_cast<int>(seconds);
     const auto t = static_cast<unsigned>(wholeSeconds);
     day = wholeDays;
@@ -306,3 +320,5 @@ inline void Mjd2YmdSplit(double mjd, long& year, long& month, long& day, long& h
 }
 
 } // namespace zeltime
+
+#pragma GCC visibility pop

@@ -51,6 +51,16 @@ TEST(CalendarSplit, IntegerRouteEqualsTheFormulaEverywhere)
                 ADD_FAILURE() << "MJD " << v;
             }
         }
+    // Fractions that round up to the next day once added to the day of the month
+    // (only small MJDs carry that many bits), and ones far below a second.
+    for (long day = -40; day <= 63000 && mismatches < 10; day += day < 40 ? 1 : 1000)
+        for (double f : {std::nextafter(1.0, 0.0), 1.0 - 1e-15, 1.0 - 1e-12, 1e-300, 5e-324}) {
+            const double v = static_cast<double>(day) + f;
+            if (!sameSplit(v) || !sameSplit(-v)) {
+                ++mismatches;
+                ADD_FAILURE() << "MJD " << day << " + " << f;
+            }
+        }
     for (int i = 0; i < 200000 && mismatches < 10; ++i) {
         x ^= x << 13;
         x ^= x >> 7;
