@@ -123,20 +123,56 @@ bool tmOf(const COleDateTime& t, struct tm& tm) { return t.GetAsTm(tm); }
 
 } // namespace
 
+namespace {
+
+// Whether rounding by `flag` leaves the clock (all that a template shows) as it is:
+// then the text comes from the time itself, without a rounded copy.
+bool roundingKeepsClock(const CZelTime& time, int flag)
+{
+    const int n = flag & ~128;
+    const double frac = time.GetFracSecond();
+    switch (n) {
+    case CZelTimeHelper::eRoundMinute:
+    case CZelTimeHelper::eRoundHour: return false;
+    case CZelTimeHelper::eRoundSecond: return !(frac >= 0.5);
+    // These carry only from a fraction that rounds to a whole second.
+    case CZelTimeHelper::eRoundMillisecond:
+    case CZelTimeHelper::eRoundTenth:
+    case CZelTimeHelper::eRoundHundredth: return frac < 0.9;
+    default: return true;
+    }
+}
+
+// Without a fraction only minutes and hours move the clock.
+template <class T>
+bool roundingKeepsClock(const T&, int flag)
+{
+    const int n = flag & ~128;
+    return n != CZelTimeHelper::eRoundMinute && n != CZelTimeHelper::eRoundHour;
+}
+
+} // namespace
+
 template <class T>
 CString FormatRounded(const T& time, const char* format, int flag, size_t bufferSize)
 {
     if (!format || !*format)
         return CString();
-    T copy(time);
-    CZelTimeHelper::RoundInPlace(copy, static_cast<CZelTimeHelper::eRoundFlag>(flag));
     struct tm tm;
-    if (!tmOf(copy, tm))
-        return CString();
+    if (roundingKeepsClock(time, flag)) {
+        if (!tmOf(time, tm))
+            return CString();
+    } else {
+        T copy(time);
+        CZelTimeHelper::RoundInPlace(copy, static_cast<CZelTimeHelper::eRoundFlag>(flag));
+        if (!tmOf(copy, tm))
+            return CString();
+    }
     if (!(flag & 128)) {
         char small[256];
         const size_t size = bufferSize < sizeof small ? bufferSize : sizeof small;
-        return CTime::FormatTm(small, size, format, tm) ? CString(small) : CString();
+        const size_t length = CTime::FormatTm(small, size, format, tm);
+        return length ? CString(std::string_view(small, length)) : CString();
     }
     CString templ(format);
     bool cut = false;
