@@ -8,8 +8,6 @@ namespace {
 constexpr double HalfSecond = 0.5 / 86400.0;
 constexpr long long DaysTo1970 = 25569; // 1899-12-30 to 1970-01-01
 
-bool inRange(double dt) { return dt >= COleDateTime::MinDateValue && dt <= COleDateTime::MaxDateValue; }
-
 // Days since 1970-01-01 of a proleptic Gregorian date.
 long long daysFromCivil(long long y, unsigned m, unsigned d)
 {
@@ -38,6 +36,10 @@ double toLinear(double dt)
     const double day = std::trunc(dt);
     return day + (day - dt);
 }
+
+// The range is a stretch of the time line: before 1899-12-30 a time of day makes the
+// value more negative, but not earlier.
+bool inRange(double dt) { return toLinear(dt) >= COleDateTime::MinDateValue && dt <= COleDateTime::MaxDateValue; }
 
 double fromLinear(double lin)
 {
@@ -92,12 +94,17 @@ bool COleDateTime::GetAsFields(int& year, int& month, int& day, int& hour, int& 
 {
     if (m_status != valid || !inRange(m_dt))
         return false;
-    // Within the range every value below fits 32 bits and is exact, so truncation is
-    // a plain conversion, and the day count from 0000-03-01 is positive, so the
-    // calendar needs only unsigned divisions (no library call, no sign fix-ups).
-    const double rounded = m_dt + (m_dt > 0.0 ? HalfSecond : -HalfSecond);
-    const double wholeDay = static_cast<double>(static_cast<int>(rounded));
-    const double time = std::fabs(rounded - wholeDay);
+    // Rounded to the second on the time line, so that a clock that rounds up to
+    // midnight moves to the next day on either side of 1899-12-30. Within the range
+    // every value below fits 32 bits and is exact, so truncation is a plain
+    // conversion, and the day count from 0000-03-01 is positive, so the calendar
+    // needs only unsigned divisions (no library call, no sign fix-ups).
+    const double rounded = toLinear(m_dt) + HalfSecond;
+    int dayNumber = static_cast<int>(rounded);
+    if (static_cast<double>(dayNumber) > rounded)
+        --dayNumber;
+    const double wholeDay = static_cast<double>(dayNumber);
+    const double time = rounded - wholeDay;
     int secs = static_cast<int>(time * 86400.0);
     if (secs > 86399)
         secs = 86399;
