@@ -225,17 +225,18 @@ inline double mjdOfDate(int year, int month, int day, int hour, int minute, doub
     dayFraction = tabled ? zeltime::HourTerms.v[hour] + zeltime::MinuteTerms.v[minute] +
                                zeltime::SecondTerms.v[static_cast<int>(second)]
                          : hour / 24.0 + (minute / 24.0) / 60.0 + (second / 24.0) / 3600.0;
-    if (month >= 1 && month <= 12 && year > -1000000 && year < 1000000) {
-        // trunc(y * 365.25) is 1461 * y / 4 (C++ division truncates alike), and a sum
-        // that ends in 32 unsigned bits may as well be taken in them.
-        int y = year;
-        int m = month;
+    if (month >= 1 && month <= 12 && year >= 1 && year < 1000000) {
+        // trunc(y * 365.25) is 1461 * y / 4, y is not negative after the month
+        // shift, and a sum that ends in 32 unsigned bits may as well be taken in
+        // them: unsigned divisions without sign corrections.
+        unsigned y = static_cast<unsigned>(year);
+        unsigned m = static_cast<unsigned>(month);
         if (m < 3) {
             y -= 1;
             m += 12;
         }
-        const int a = y / 100;
-        dayNumber = static_cast<std::uint32_t>(1461 * y / 4 + zeltime::MonthStart[m + 1] + a / 4 - a) +
+        const unsigned a = y / 100;
+        dayNumber = 1461 * y / 4 + static_cast<unsigned>(zeltime::MonthStart[m + 1]) + a / 4 - a +
                     static_cast<std::uint32_t>(day) - 679004u;
     } else {
         long long y = year;
