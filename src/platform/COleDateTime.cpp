@@ -7,6 +7,7 @@ namespace {
 
 constexpr double HalfSecond = 0.5 / 86400.0;
 constexpr long long DaysTo1970 = 25569; // 1899-12-30 to 1970-01-01
+constexpr int LastDay = 2958465;        // 9999-12-31
 
 // Days since 1970-01-01 of a proleptic Gregorian date.
 long long daysFromCivil(long long y, unsigned m, unsigned d)
@@ -108,7 +109,12 @@ bool COleDateTime::GetAsFields(int& year, int& month, int& day, int& hour, int& 
     int secs = static_cast<int>(time * 86400.0);
     if (secs > 86399)
         secs = 86399;
-    const auto z = static_cast<unsigned>(static_cast<int>(wholeDay) - static_cast<int>(DaysTo1970) + 719468);
+    // The range's last second does not round into a year the range doesn't have.
+    if (dayNumber > LastDay) {
+        dayNumber = LastDay;
+        secs = 86399;
+    }
+    const auto z = static_cast<unsigned>(dayNumber - static_cast<int>(DaysTo1970) + 719468);
     const unsigned era = z / 146097;
     const unsigned doe = z - era * 146097;
     const unsigned yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;

@@ -134,3 +134,15 @@ TEST(COleDateTime, ClockRoundingUpToMidnightBeforeTheEpochGoesToTheNextDay)
     EXPECT_EQ(morning.GetDay(), 29);
     EXPECT_EQ(morning.GetHour(), 6);
 }
+
+TEST(COleDateTime, TheLastValueOfTheRangeReadsAsTheLastSecond)
+{
+    const COleDateTime last(COleDateTime::MaxDateValue);
+    ASSERT_EQ(last.GetStatus(), COleDateTime::valid);
+    EXPECT_EQ(last.GetYear(), 9999);
+    EXPECT_EQ(last.GetMonth(), 12);
+    EXPECT_EQ(last.GetDay(), 31);
+    EXPECT_EQ(last.GetHour(), 23);
+    EXPECT_EQ(last.GetMinute(), 59);
+    EXPECT_EQ(last.GetSecond(), 59);
+}
