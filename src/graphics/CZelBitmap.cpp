@@ -1,5 +1,6 @@
 #include <Zel260/graphics/CZelBitmap.h>
 #include <Zel260/frame/ZelModule.h>
+#include <Zel260/pim32/Pim32File.h>
 #include <Zel260/platform/ResourceModule.h>
 
 #include "FreeImageSupport.h"
@@ -8,7 +9,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdio>
-#include <sys/stat.h>
+#include <string>
 #include <vector>
 
 namespace {
@@ -21,8 +22,16 @@ std::atomic<ZelPictureLoader>& pictureLoader()
 
 bool fileExists(const char* name)
 {
-    struct stat st;
-    return name && *name && ::stat(name, &st) == 0 && !S_ISDIR(st.st_mode);
+    return name && *name && Pim32FileFind(name);
+}
+
+// Hosts hand over names with either separator, as the file functions take them;
+// the routes below open files by the system's own.
+std::string systemName(const char* name)
+{
+    std::string s(name ? name : "");
+    std::replace(s.begin(), s.end(), '\\', '/');
+    return s;
 }
 
 bool readWholeFile(const char* name, std::vector<unsigned char>& out)
@@ -43,7 +52,7 @@ HBITMAP loadThroughFreeImage(const char* name)
 {
     std::vector<std::uint32_t> pixels;
     int w = 0, h = 0;
-    if (!zelfi::load(name, pixels, w, h))
+    if (!zelfi::load(name, pixels, w, h, ZEL_MAX_BITMAP_PIXELS))
         return nullptr;
     return CreateBitmap(w, h, 1, 32, pixels.data());
 }
@@ -104,12 +113,13 @@ int CZelBitmap::LoadBitmap(const char* fileName)
         return 0;
     DeleteObject();
     m_xOffset = m_yOffset = m_width = m_height = 0;
-    HBITMAP b = static_cast<HBITMAP>(
-        ::LoadImage(nullptr, fileName, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION | LR_DEFAULTSIZE));
+    const std::string name = systemName(fileName);
+    HBITMAP b = static_cast<HBITMAP>(::LoadImage(nullptr, name.c_str(), IMAGE_BITMAP, 0, 0,
+                                                 LR_LOADFROMFILE | LR_CREATEDIBSECTION | LR_DEFAULTSIZE));
     if (!b)
-        b = loadThroughFreeImage(fileName);
+        b = loadThroughFreeImage(name.c_str());
     if (!b)
-        b = loadThroughPicture(fileName);
+        b = loadThroughPicture(name.c_str());
     if (!b || !Attach(b))
         return 0;
     SetSize();
@@ -144,10 +154,19 @@ void CZelBitmap::ChangeBitmapColorDC(HDC dc, const BITMAP* bitmap, unsigned long
     if (!dc || !bitmap || (bitmap->bmPlanes == 1 && bitmap->bmBitsPixel == 1))
         return;
     const COLORREF f = static_cast<COLORREF>(from & 0xFFFFFF), t = static_cast<COLORREF>(to & 0xFFFFFF);
-    for (int y = 0; y < bitmap->bmHeight; ++y)
-        for (int x = 0; x < bitmap->bmWidth; ++x)
-            if (dc->GetPixel(x, y) == f)
+    // The record may claim more than the device has; a row ends at the device's
+    // edge, and a row that starts outside it ends the work.
+    for (int y = 0; y < bitmap->bmHeight; ++y) {
+        if (dc->GetPixel(0, y) == CLR_INVALID)
+            break;
+        for (int x = 0; x < bitmap->bmWidth; ++x) {
+            const COLORREF c = dc->GetPixel(x, y);
+            if (c == CLR_INVALID)
+                break;
+            if (c == f)
                 dc->SetPixel(x, y, t);
+        }
+    }
 }
 
 int CZelBitmap::SaveBitmap(HDC dc, HBITMAP bitmap, enmImageFormat format, const char* fileName)
@@ -158,7 +177,7 @@ int CZelBitmap::SaveBitmap(HDC dc, HBITMAP bitmap, enmImageFormat format, const 
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(bm.bmWidth) * bm.bmHeight);
     for (int y = 0; y < bm.bmHeight; ++y)
         std::copy_n(ZelBitmapScanLine(bitmap, y), bm.bmWidth, pixels.data() + static_cast<std::size_t>(y) * bm.bmWidth);
-    return zelfi::save(format, pixels.data(), bm.bmWidth, bm.bmHeight, bm.bmBitsPixel, fileName);
+    return zelfi::save(format, pixels.data(), bm.bmWidth, bm.bmHeight, bm.bmBitsPixel, systemName(fileName).c_str());
 }
 
 int CZelBitmap::GetImageSize(const char* fileName, int* width, int* height, int* bitsPerPixel)
@@ -170,7 +189,7 @@ int CZelBitmap::GetImageSize(const char* fileName, int* width, int* height, int*
     if (bitsPerPixel)
         *bitsPerPixel = 0;
     int w = 0, h = 0, bpp = 0;
-    if (!fileExists(fileName) || !zelfi::tell(fileName, w, h, bpp))
+    if (!fileExists(fileName) || !zelfi::tell(systemName(fileName).c_str(), w, h, bpp))
         return 0;
     if (width)
         *width = w;

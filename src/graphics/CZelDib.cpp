@@ -250,9 +250,13 @@ CZelDib::~CZelDib()
 
 BOOL CZelDib::Create(int width, int height)
 {
-    if (width < 1 || height == 0 || height == INT32_MIN)
+    if (width < 1 || height == 0)
         return FALSE;
     Destroy();
+    // A height without an absolute value can't be had, like any other size the
+    // memory can't hold; the old image is gone all the same.
+    if (height == INT32_MIN)
+        return FALSE;
     BITMAPINFOHEADER& h = m_info.bmiHeader;
     h.biSize = 40;
     h.biWidth = width;

@@ -51,15 +51,18 @@ BOOL CZelDrawDib::Draw(CDC* dc, int xDst, int yDst, int dxDst, int dyDst, BITMAP
     if (!m_session || !dc || !info || !bits || dc->IsPrinting())
         return FALSE;
     const auto start = std::chrono::steady_clock::now();
-    const int height = info->biHeight < 0 ? -info->biHeight : info->biHeight;
+    const long long height = info->biHeight < 0 ? -static_cast<long long>(info->biHeight) : info->biHeight;
     // The session takes top-down source coordinates; a bottom-up DIB counts from
-    // its bottom row.
-    const int sy = info->biHeight < 0 ? ySrc : height - ySrc - dySrc;
+    // its bottom row. A row that can't be named in int can't be drawn.
+    const long long sy = info->biHeight < 0 ? ySrc : height - ySrc - dySrc;
+    if (sy < INT32_MIN || sy > INT32_MAX)
+        return FALSE;
     BITMAPINFO whole{};
     whole.bmiHeader = *info;
     const int oldMode = dc->SetStretchBltMode((flags & DDF_HALFTONE) ? HALFTONE : COLORONCOLOR);
     const int lines =
-        dc->StretchDIBits(xDst, yDst, dxDst, dyDst, xSrc, sy, dxSrc, dySrc, bits, &whole, DIB_RGB_COLORS, SRCCOPY);
+        dc->StretchDIBits(xDst, yDst, dxDst, dyDst, xSrc, static_cast<int>(sy), dxSrc, dySrc, bits, &whole,
+                          DIB_RGB_COLORS, SRCCOPY);
     dc->SetStretchBltMode(oldMode);
     ++m_session->draws;
     m_session->drawTime += std::chrono::steady_clock::now() - start;
@@ -123,13 +126,16 @@ BOOL CZelDrawDib::Time(DRAWDIBTIME* time)
     return TRUE;
 }
 
-int CZelDrawDib::Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const CRect* src)
+int CZelDrawDib::Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const RECT* src)
 {
     const int oldMode = dc->SetStretchBltMode(m_stretchMode);
     CPoint oldOrigin;
     if (m_stretchMode == HALFTONE)
         oldOrigin = dc->SetBrushOrg(0, 0);
-    const BOOL ok = src ? dib->CopyToDCStretchRect(dc, CRect(x, y, x + cx, y + cy), *src, SRCCOPY)
+    // Position and size go on as they are: a target rectangle made of them could
+    // have its far edge beyond int.
+    const BOOL ok = src ? dib->CopyToDCStretchRect(dc, x, y, cx, cy, src->left, src->top, src->right - src->left,
+                                                   src->bottom - src->top, SRCCOPY)
                         : dib->CopyToDCStretch(dc, x, y, cx, cy, SRCCOPY);
     if (m_stretchMode == HALFTONE && oldOrigin != CPoint(0, 0))
         dc->SetBrushOrg(oldOrigin.x, oldOrigin.y);
@@ -161,6 +167,7 @@ int CZelDrawDib::DrawDibRect(CDC* dc, const CZelDib* dib, int x, int y, int cx, 
         if (m_lastDraw)
             return 1;
     }
-    const CRect src(sx, sy, sx + sw, sy + sh);
+    // Clipped to the image, so these edges fit.
+    const RECT src{sx, sy, sx + sw, sy + sh};
     return Fallback(dc, dib, x, y, cx, cy, &src);
 }

@@ -2,6 +2,7 @@
 
 #include <FreeImage.h>
 
+#include <cstdio>
 #include <cstring>
 #include <mutex>
 
@@ -28,15 +29,65 @@ FREE_IMAGE_FORMAT formatOf(const char* fileName)
     return fif;
 }
 
+// A file read for FreeImage that notes whether any read came up short.
+// FreeImage's bitmap reader takes a file that ends inside its pixels and leaves
+// the missing rows black; for that format a short read means a cut file.
+struct WatchedFile {
+    std::FILE* file = nullptr;
+    bool shortRead = false;
+};
+
+unsigned DLL_CALLCONV readWatched(void* buffer, unsigned size, unsigned count, fi_handle handle)
+{
+    auto* w = static_cast<WatchedFile*>(handle);
+    const std::size_t n = std::fread(buffer, size, count, w->file);
+    if (n < count)
+        w->shortRead = true;
+    return static_cast<unsigned>(n);
+}
+
+unsigned DLL_CALLCONV writeNothing(void*, unsigned, unsigned, fi_handle)
+{
+    return 0;
+}
+
+int DLL_CALLCONV seekWatched(fi_handle handle, long offset, int origin)
+{
+    return std::fseek(static_cast<WatchedFile*>(handle)->file, offset, origin);
+}
+
+long DLL_CALLCONV tellWatched(fi_handle handle)
+{
+    return std::ftell(static_cast<WatchedFile*>(handle)->file);
+}
+
 } // namespace
 
-bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height)
+bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height, long long maxPixels)
 {
     init();
     const FREE_IMAGE_FORMAT fif = formatOf(fileName);
     if (fif == FIF_UNKNOWN)
         return false;
-    FIBITMAP* image = FreeImage_Load(fif, fileName, 0);
+    // Decoding makes (and clears) the whole image the header describes, however
+    // short the file: a few bytes could ask for gigabytes. Where the format lets the
+    // header be read alone, a size that can't be kept ends it first.
+    if (FreeImage_FIFSupportsNoPixels(fif)) {
+        int w = 0, h = 0, bpp = 0;
+        if (!tell(fileName, w, h, bpp) || w < 1 || h < 1 || static_cast<long long>(w) * h > maxPixels)
+            return false;
+    }
+    WatchedFile watched;
+    watched.file = std::fopen(fileName, "rb");
+    if (!watched.file)
+        return false;
+    FreeImageIO io{readWatched, writeNothing, seekWatched, tellWatched};
+    FIBITMAP* image = FreeImage_LoadFromHandle(fif, &io, &watched, 0);
+    std::fclose(watched.file);
+    if (image && fif == FIF_BMP && watched.shortRead) {
+        FreeImage_Unload(image);
+        image = nullptr;
+    }
     if (!image)
         return false;
     if (FreeImage_GetImageType(image) != FIT_BITMAP) {

@@ -10,8 +10,10 @@ namespace zelfi {
 
 // Reads a picture file of any format FreeImage knows (by content, else by
 // extension) into width * height 32-bit pixels (byte 0 blue .. byte 3 alpha),
-// top row first. False when FreeImage can't read it.
-bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height);
+// top row first. False when FreeImage can't read it, for a bitmap file that ends
+// before its pixels do, and for a picture of more than maxPixels pixels (found from
+// the header alone where the format allows).
+bool load(const char* fileName, std::vector<std::uint32_t>& pixels, int& width, int& height, long long maxPixels);
 
 // Writes top-down 32-bit pixels to `fileName` in FreeImage format `format`. The
 // image is made at `bitsPerPixel` (1, 16, 24 or 32) as a device bitmap of that depth

@@ -36,11 +36,13 @@ constexpr i64 kPow10[] = {1LL, 10LL, 100LL, 1000LL, 10000LL, 100000LL, 1000000LL
                           100000000LL, 1000000000LL, 10000000000LL, 100000000000LL,
                           1000000000000LL, 10000000000000LL};
 
+// The formatter's rule: a precision below 6 stands for its fixed five-decimal form,
+// so a value rounded here shows no fewer digits than the formatter writes.
 int decimalsOfPrecision(int precision)
 {
     if (precision < 0)
         return -1;
-    return precision < 5 ? 0 : precision - 5;
+    return precision < 6 ? 5 : precision - 5;
 }
 
 int clampDecimals(int decimals)

@@ -44,13 +44,9 @@ bool isLive(const HBITMAP__* b)
     return l.handles.count(b) != 0;
 }
 
-// Pixel counts are limited so that byte sizes stay inside 32 bits, as the headers
-// that describe them are 32-bit.
-constexpr long long kMaxPixels = 0x1FFFFFFF;
-
 HBITMAP makeBitmap(int width, int height, int bitsPixel, bool dib, bool bottomUp)
 {
-    if (width < 1 || height < 1 || static_cast<long long>(width) * height > kMaxPixels)
+    if (width < 1 || height < 1 || static_cast<long long>(width) * height > ZEL_MAX_BITMAP_PIXELS)
         return nullptr;
     auto* b = new (std::nothrow) HBITMAP__;
     if (!b)
@@ -156,18 +152,21 @@ HBITMAP decodeDib(const unsigned char* dib, std::size_t size, std::size_t pixelO
         masks[1] = 0x03E0;
         masks[2] = 0x001F;
     }
-    std::size_t colours = 0;
-    if (bpp <= 8)
-        colours = h.biClrUsed ? h.biClrUsed : (1u << bpp);
-    else
-        colours = h.biClrUsed;
-    if (colours > 256 && bpp <= 8)
-        return nullptr;
-    std::vector<DWORD> palette(colours);
-    for (std::size_t i = 0; i < colours; ++i)
-        if (!readAt(dib, size, off + 4 * i, palette[i]))
+    // Only depths up to 8 bits look colours up; above that the table (biClrUsed
+    // entries, any number a header claims) is merely stepped over, never read in.
+    std::vector<DWORD> palette;
+    if (bpp <= 8) {
+        const std::size_t colours = h.biClrUsed ? h.biClrUsed : (1u << bpp);
+        if (colours > 256)
             return nullptr;
-    off += 4 * colours;
+        palette.resize(colours);
+        for (std::size_t i = 0; i < colours; ++i)
+            if (!readAt(dib, size, off + 4 * i, palette[i]))
+                return nullptr;
+        off += 4 * colours;
+    } else {
+        off += 4 * static_cast<std::size_t>(h.biClrUsed);
+    }
     if (pixelOffset)
         off = pixelOffset;
     const std::size_t stride = ((static_cast<std::size_t>(w) * bpp + 31) / 32) * 4;
@@ -267,7 +266,8 @@ int GetObject(HBITMAP b, int size, void* record)
     BITMAP bm{};
     bm.bmWidth = b->width;
     bm.bmHeight = b->height;
-    bm.bmWidthBytes = ((b->width * b->bitsPixel + 15) / 16) * 2;
+    // The bit count of a row passes int for widths from 2^26 at 32 bits.
+    bm.bmWidthBytes = static_cast<LONG>(((static_cast<long long>(b->width) * b->bitsPixel + 15) / 16) * 2);
     bm.bmPlanes = 1;
     bm.bmBitsPixel = static_cast<WORD>(b->bitsPixel);
     bm.bmBits = b->dibSection ? b->pixels.get() : nullptr;

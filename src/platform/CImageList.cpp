@@ -1,5 +1,6 @@
 #include <Zel260/platform/CImageList.h>
 
+#include <cstdint>
 #include <cstring>
 
 IMPLEMENT_DYNAMIC(CImageList, CObject)
@@ -24,7 +25,9 @@ bool readBitmap(CBitmap* bitmap, std::vector<DWORD>& pixels, int& w, int& h)
 
 BOOL CImageList::Create(int cx, int cy, UINT flags, int initial, int grow)
 {
-    if (cx < 1 || cy < 1 || m_cx > 0)
+    // Each image is kept at the list's size; a list larger than any bitmap would
+    // only fail (or exhaust memory) at its first Add.
+    if (cx < 1 || cy < 1 || static_cast<long long>(cx) * cy > ZEL_MAX_BITMAP_PIXELS || m_cx > 0)
         return FALSE;
     m_cx = cx;
     m_cy = cy;
@@ -121,6 +124,10 @@ BOOL CImageList::Draw(CDC* dc, int image, POINT point, UINT)
 {
     const DWORD* px = GetImagePixels(image);
     if (!dc || !px)
+        return FALSE;
+    // Device positions are int, the far edge of a rectangle included: an image
+    // that would end beyond has no place.
+    if (static_cast<long long>(point.x) + m_cx > INT32_MAX || static_cast<long long>(point.y) + m_cy > INT32_MAX)
         return FALSE;
     // Opaque runs of each row go to the device as one-row bitmaps, so the device's
     // pixels show through the transparent ones.

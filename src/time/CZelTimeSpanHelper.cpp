@@ -429,12 +429,15 @@ int addSpanUnits(Span& span, int n, std::int64_t unitSeconds)
         return n > 0 ? CZelTimeSpanHelper::AddTimeSpan(span, step) : CZelTimeSpanHelper::SubtractTimeSpan(span, step);
 }
 
-int addOleSpanUnits(COleDateTimeSpan& span, int n, double unitDays, CZelTimeSpanHelper::eRangeType range)
+// The step is n / unitsPerDay, the very value the platform's field constructor
+// builds from n units: multiplying by a reciprocal would be off by an ulp for a
+// third of all counts, and the control's 23:59:59 could then never be reached.
+int addOleSpanUnits(COleDateTimeSpan& span, int n, double unitsPerDay, CZelTimeSpanHelper::eRangeType range)
 {
     if (n == 0)
         return TRUE;
     const double magnitude = n > 0 ? static_cast<double>(n) : -static_cast<double>(n);
-    const COleDateTimeSpan step(magnitude * unitDays);
+    const COleDateTimeSpan step(magnitude / unitsPerDay);
     return n > 0 ? CZelTimeSpanHelper::AddTimeSpan(span, step, range)
                  : CZelTimeSpanHelper::SubtractTimeSpan(span, step, range);
 }
@@ -443,13 +446,13 @@ int addOleSpanUnits(COleDateTimeSpan& span, int n, double unitDays, CZelTimeSpan
 
 int CZelTimeSpanHelper::AddSeconds(CZelTimeSpan& span, int n) { return addSpanUnits(span, n, 1); }
 int CZelTimeSpanHelper::AddSeconds(CTimeSpan& span, int n) { return addSpanUnits(span, n, 1); }
-int CZelTimeSpanHelper::AddSeconds(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 1.0 / 86400.0, range); }
+int CZelTimeSpanHelper::AddSeconds(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 86400.0, range); }
 int CZelTimeSpanHelper::AddMinutes(CZelTimeSpan& span, int n) { return addSpanUnits(span, n, 60); }
 int CZelTimeSpanHelper::AddMinutes(CTimeSpan& span, int n) { return addSpanUnits(span, n, 60); }
-int CZelTimeSpanHelper::AddMinutes(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 1.0 / 1440.0, range); }
+int CZelTimeSpanHelper::AddMinutes(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 1440.0, range); }
 int CZelTimeSpanHelper::AddHours(CZelTimeSpan& span, int n) { return addSpanUnits(span, n, 3600); }
 int CZelTimeSpanHelper::AddHours(CTimeSpan& span, int n) { return addSpanUnits(span, n, 3600); }
-int CZelTimeSpanHelper::AddHours(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 1.0 / 24.0, range); }
+int CZelTimeSpanHelper::AddHours(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 24.0, range); }
 int CZelTimeSpanHelper::AddDays(CZelTimeSpan& span, int n) { return addSpanUnits(span, n, 86400); }
 int CZelTimeSpanHelper::AddDays(CTimeSpan& span, int n) { return addSpanUnits(span, n, 86400); }
 int CZelTimeSpanHelper::AddDays(COleDateTimeSpan& span, int n, eRangeType range) { return addOleSpanUnits(span, n, 1.0, range); }

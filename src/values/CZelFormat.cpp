@@ -6,6 +6,7 @@
 
 #include "ZelValuesResources.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
@@ -44,6 +45,11 @@ void appendf(std::string& out, const char* format, ...)
     }
     va_end(again);
 }
+
+// printf builds the whole text of a conversion before it can report that it is too
+// long, which for a width or precision near INT_MAX means gigabytes and minutes. Such
+// numbers are refused before printf sees them, with the same outcome: no text.
+bool fitsText(long long width, long long precision) { return width <= kMaxText && precision <= kMaxText; }
 
 // Replaces `search` by `replacement`, each search starting again at the beginning.
 // Returns the number of replacements.
@@ -111,12 +117,17 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
         while (i < format.size() && std::strchr("-+ #0", format[i]))
             ++i;
         bool widthStar = false, precisionStar = false;
+        long long width = 0, digitsPrecision = 0;
+        // Saturates: any number past kMaxText is as good as the real one.
+        auto digits = [&format, &i](long long& value) {
+            for (; i < format.size() && format[i] >= '0' && format[i] <= '9'; ++i)
+                value = std::min<long long>(value * 10 + (format[i] - '0'), kMaxText + 1LL);
+        };
         if (i < format.size() && format[i] == '*') {
             widthStar = true;
             ++i;
         } else {
-            while (i < format.size() && format[i] >= '0' && format[i] <= '9')
-                ++i;
+            digits(width);
         }
         if (i < format.size() && format[i] == '.') {
             ++i;
@@ -124,8 +135,7 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
                 precisionStar = true;
                 ++i;
             } else {
-                while (i < format.size() && format[i] >= '0' && format[i] <= '9')
-                    ++i;
+                digits(digitsPrecision);
             }
         }
         bool longDouble = false, badLength = false;
@@ -160,6 +170,12 @@ std::string formatTemplateNumber(const std::string& format, bool withPrecision, 
             continue;
         }
         const double v = args[next + needInts].d;
+        const long long starWidth = widthStar ? args[next].i : width;
+        const long long starPrecision = precisionStar ? args[next + needInts - 1].i : digitsPrecision;
+        if (!fitsText(starWidth, starPrecision)) {
+            next += needInts + 1;
+            continue;
+        }
         if (needInts == 2) {
             const int w = args[next].i, p = args[next + 1].i;
             longDouble ? appendf(out, piece, w, p, static_cast<long double>(v))
@@ -249,6 +265,8 @@ void appendFixed(std::string& out, double sec, int width, int decimals, bool zer
     static constexpr long long kPow10[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000,
                                            1000000000};
     if (!(sec >= 0.0 && sec < 1e6) || decimals < 0 || decimals > 9) {
+        if (!fitsText(width, decimals))
+            return;
         zero ? appendf(out, "%0*.*f", width, decimals, sec) : appendf(out, "%*.*f", width, decimals, sec);
         return;
     }
@@ -556,7 +574,9 @@ void CZelFormat::ConvertSexagesimal(double value, long unit, CString& result, co
 void CZelFormat::ConvertDecimal(double value, CString& result) const
 {
     std::string text;
-    appendf(text, "% .*f", m_precision < 1 ? 6 : m_precision, value);
+    const int precision = m_precision < 1 ? 6 : m_precision;
+    if (fitsText(0, precision))
+        appendf(text, "% .*f", precision, value);
     result = std::move(text);
     Tail(result);
 }

@@ -75,6 +75,15 @@ bool scanFloat(const char*& p, float& out)
     return true;
 }
 
+// Units 12 and 15 count the precision in decimals of the seconds, five fewer than
+// the angle functions do. A host's precision may be anything, so the sum saturates.
+int anglePrecision(int precision, long unit)
+{
+    if (precision < 0 || (unit != 12 && unit != 15))
+        return precision;
+    return precision > INT_MAX - 5 ? INT_MAX : precision + 5;
+}
+
 } // namespace
 
 CZelValueAngle::CZelValueAngle() : CZelValueAngle(static_cast<CZelUnitSettingsAngle*>(nullptr), WORD{0}) {}
@@ -201,10 +210,8 @@ int CZelValueAngle::ConvertToStd(const char* text, long unit, int precision, uns
 int CZelValueAngle::ConvertToStd(double value, long unit, int precision, unsigned long limit)
 {
     CheckUnit(unit);
-    if (precision >= 0 && (unit == 12 || unit == 15))
-        precision += 5;
     double out = 0.0;
-    Status(Convert(value, unit, out, 18, precision, limit));
+    Status(Convert(value, unit, out, 18, anglePrecision(precision, unit), limit));
     SetDouble(out);
     return Status();
 }
@@ -212,9 +219,7 @@ int CZelValueAngle::ConvertToStd(double value, long unit, int precision, unsigne
 int CZelValueAngle::ConvertStdTo(double& number, long unit, int precision, unsigned long limit)
 {
     CheckUnit(unit);
-    if (precision >= 0 && (unit == 12 || unit == 15))
-        precision += 5;
-    Status(Convert(m_value, 18, number, unit, precision, limit));
+    Status(Convert(m_value, 18, number, unit, anglePrecision(precision, unit), limit));
     return Status();
 }
 

@@ -1,6 +1,7 @@
 #include "DibTestSupport.h"
 
 #include <Zel260/graphics/CZelBitmap.h>
+#include <Zel260/graphics/CZelDrawDib.h>
 #include <Zel260/graphics/CZelImageList.h>
 #include <Zel260/graphics/CZelToolbarBmp.h>
 #include <Zel260/platform/ResourceModule.h>
@@ -8,6 +9,9 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <climits>
 #include <cstring>
 #include <fstream>
 #include <string>
@@ -200,6 +204,131 @@ TEST(CZelBitmapFiles, BadFilesGiveZeroAndLeaveTheObjectAsDocumented)
     EXPECT_FALSE(CZelBitmap::GetImageSize(nullptr, nullptr, nullptr, nullptr));
 }
 
+TEST(CZelBitmapFiles, EveryCutOfASmallBitmapFailsAndEmptiesTheObject)
+{
+    // Cut at every byte of the file header, the info header and the pixels, as a
+    // file and as a resource with and without its file header.
+    zeltest::TempDir dir;
+    const std::string good = dir.write("good.bmp", bmp24(5, 3, kPattern));
+    const std::string whole = bmp24(3, 2, {1, 2, 3, 4, 5, 6});
+    HINSTANCE module = ZelCreateResourceModule("cut-test");
+    for (std::size_t n = 0; n < whole.size(); ++n) {
+        CZelBitmap b;
+        ASSERT_TRUE(b.LoadBitmap(good.c_str()));
+        const std::string path = dir.write("cut" + std::to_string(n) + ".bmp", whole.substr(0, n));
+        EXPECT_FALSE(b.LoadBitmap(path.c_str())) << "file cut at " << n;
+        EXPECT_EQ(b.GetSafeHandle(), nullptr) << "file cut at " << n;
+        EXPECT_EQ(b.GetWidth(), 0) << "file cut at " << n;
+
+        ZelSetResourceData(module, ZEL_RT_BITMAP, 1, whole.data(), n);
+        EXPECT_FALSE(b.LoadBitmap(module, 1)) << "resource cut at " << n;
+        if (n >= 14) {
+            ZelSetResourceData(module, ZEL_RT_BITMAP, 2, whole.data() + 14, n - 14);
+            EXPECT_FALSE(b.LoadBitmap(module, 2)) << "packed resource cut at " << n;
+        }
+    }
+    ZelDestroyResourceModule(module);
+}
+
+TEST(CZelBitmapFiles, ColourCountOfATrueColourHeaderReservesNothing)
+{
+    // A true-colour bitmap has no colour table to speak of; a huge biClrUsed (at
+    // byte 46) must neither be allocated nor stop a file whose pixel offset is given.
+    zeltest::TempDir dir;
+    std::string file = bmp24(5, 3, kPattern);
+    for (int i = 0; i < 4; ++i)
+        file[46 + i] = '\xFF';
+    CZelBitmap b;
+    ASSERT_TRUE(b.LoadBitmap(dir.write("huge.bmp", file).c_str()));
+    EXPECT_EQ(pixelsOf(b), kPattern);
+    // Without the file header the pixels would start behind that table, past the end.
+    const std::string packed = file.substr(14);
+    EXPECT_EQ(ZelCreateBitmapFromBmpData(packed.data(), packed.size()), nullptr);
+}
+
+namespace {
+
+long statusKiB(const char* key)
+{
+    std::ifstream f("/proc/self/status");
+    std::string line;
+    while (std::getline(f, line))
+        if (line.rfind(key, 0) == 0)
+            return std::stol(line.substr(std::strlen(key)));
+    return -1;
+}
+
+// Starts a new peak of resident memory; false where the system can't.
+bool resetResidentPeak()
+{
+    std::ofstream f("/proc/self/clear_refs");
+    f << "5";
+    f.close();
+    return f.good() && statusKiB("VmHWM:") >= 0;
+}
+
+} // namespace
+
+TEST(CZelBitmapFiles, AHeaderClaimingMoreThanABitmapHoldsDecodesNothing)
+{
+    // 62 bytes that claim 32768 by 32768 pixels at one bit. No bitmap holds 2^30
+    // pixels, so nothing of it may be decoded: a decoder would first make and clear
+    // the 128 MiB it describes.
+    std::string s = "BM";
+    put32(s, 62);
+    put32(s, 0);
+    put32(s, 62);
+    put32(s, 40);
+    put32(s, 32768);
+    put32(s, 32768);
+    put16(s, 1);
+    put16(s, 1);
+    for (int i = 0; i < 6; ++i)
+        put32(s, 0);
+    put32(s, 0);
+    put32(s, 0xFFFFFF);
+    zeltest::TempDir dir;
+    const std::string path = dir.write("claims.bmp", s);
+    if (!resetResidentPeak()) {
+        GTEST_SKIP() << "no resident peak to read";
+    }
+    const long before = statusKiB("VmRSS:");
+    CZelBitmap b;
+    EXPECT_FALSE(b.LoadBitmap(path.c_str()));
+    EXPECT_LT(statusKiB("VmHWM:") - before, 32 * 1024);
+    int w = 0, h = 0, bpp = 0;
+    EXPECT_TRUE(CZelBitmap::GetImageSize(path.c_str(), &w, &h, &bpp)); // the header itself is fine
+    EXPECT_EQ(w, 32768);
+}
+
+TEST(CZelBitmapFiles, BackslashesSeparateFoldersAsInEveryPathFunction)
+{
+    zeltest::TempDir dir;
+    ASSERT_EQ(::mkdir(dir.file("sub").c_str(), 0700), 0);
+    dir.write("sub/p.bmp", bmp24(5, 3, kPattern));
+    const std::string name = dir.path() + "\\sub\\p.bmp";
+    CZelBitmap b;
+    ASSERT_TRUE(b.LoadBitmap(name.c_str()));
+    EXPECT_EQ(pixelsOf(b), kPattern);
+    int w = 0, h = 0, bpp = 0;
+    EXPECT_TRUE(CZelBitmap::GetImageSize(name.c_str(), &w, &h, &bpp));
+    EXPECT_EQ(w, 5);
+    gfxtest::PixelDC dc(1, 1);
+    const std::string png = dir.path() + "\\sub\\q.png";
+    ASSERT_TRUE(CZelBitmap::SaveBitmap(&dc, b, ZEL_IMAGE_FORMAT_PNG, png.c_str()));
+    EXPECT_FALSE(zeltest::readFile(dir.file("sub/q.png")).empty());
+}
+
+TEST(CZelBitmapPlatform, RowBytesOfAVeryWideBitmapStayExact)
+{
+    // 2^26 pixels at 32 bits: the bit count of a row is 2^31, past int.
+    CBitmap wide;
+    ASSERT_TRUE(wide.CreateBitmap(0x4000000, 1, 1, 32, nullptr));
+    BITMAP bm;
+    ASSERT_TRUE(wide.GetBitmap(&bm));
+    EXPECT_EQ(bm.bmWidthBytes, 0x10000000);
+}
+
 TEST(CZelBitmapFiles, PlatformLoaderAndFreeImageShareTheWork)
 {
     zeltest::TempDir dir;
@@ -319,6 +448,20 @@ TEST(CZelToolbarBmp, SeparatorsAreIdsButNotButtons)
     ZelDestroyResourceModule(module);
 }
 
+TEST(CZelImageList, ImageSizesNoBitmapCouldHoldAreRefused)
+{
+    // Every added image is allocated at the list's size, so a list of 2 by INT_MAX
+    // would ask for 16 GiB at the first two-pixel bitmap.
+    CZelImageList list;
+    EXPECT_FALSE(list.Create(2, INT_MAX, ILC_COLOR32, 1, 1));
+    EXPECT_FALSE(list.Create(65536, 65536, ILC_COLOR32, 1, 1));
+    EXPECT_FALSE(list.IsCreated());
+    ASSERT_TRUE(list.Create(2, 1, ILC_COLOR32, 1, 1));
+    CBitmap b;
+    ASSERT_TRUE(b.CreateBitmap(2, 1, 1, 32, nullptr));
+    EXPECT_EQ(list.Add(&b, static_cast<CBitmap*>(nullptr)), 0);
+}
+
 TEST(CZelImageList, AddFormsReportTheFirstIndexOrMinusOne)
 {
     HINSTANCE module = ZelCreateResourceModule("imagelist-test");
@@ -354,4 +497,37 @@ TEST(CZelImageList, AddFormsReportTheFirstIndexOrMinusOne)
     EXPECT_EQ(list.Add(module, 3, broken, 9u), -1);
     EXPECT_EQ(list.GetImageCount(), 6); // the first one went in before the failure
     ZelDestroyResourceModule(module);
+}
+
+// Positions whose far edge passes INT_MAX, and records far larger than their device:
+// nothing may wrap (the sanitizer build traps it) or run for ever.
+TEST(CZelBitmapHostile, ColourChangeStopsAtTheDeviceEdgeWhateverTheRecordClaims)
+{
+    gfxtest::PixelDC dc(3, 2);
+    dc.SetPixel(2, 1, RGB(9, 9, 9));
+    BITMAP huge{0, INT_MAX, INT_MAX, 0, 1, 32, nullptr};
+    CZelBitmap::ChangeBitmapColorDC(&dc, &huge, RGB(9, 9, 9), RGB(7, 7, 7));
+    EXPECT_EQ(dc.GetPixel(2, 1), RGB(7, 7, 7));
+}
+
+TEST(CZelBitmapHostile, ImageListDrawRefusesPositionsPastInt)
+{
+    gfxtest::PixelDC dc(3, 2);
+    CZelImageList list;
+    ASSERT_TRUE(list.Create(2, 1, ILC_COLOR32, 1, 1));
+    CBitmap b;
+    ASSERT_TRUE(b.CreateBitmap(2, 1, 1, 32, nullptr));
+    ASSERT_EQ(list.Add(&b, static_cast<CBitmap*>(nullptr)), 0);
+    EXPECT_FALSE(list.Draw(&dc, 0, CPoint(INT_MAX, 0), ILD_NORMAL));
+    EXPECT_FALSE(list.Draw(&dc, 0, CPoint(INT_MAX - 1, 0), ILD_NORMAL));
+    EXPECT_TRUE(list.Draw(&dc, 0, CPoint(INT_MAX - 2, INT_MAX - 1), ILD_NORMAL)); // far edges at INT_MAX
+}
+
+TEST(CZelBitmapHostile, DrawDibRectFallbackDoesNotWrapItsTarget)
+{
+    gfxtest::PixelDC dc(3, 2);
+    CZelDib dib;
+    ASSERT_TRUE(dib.Create(3, 2));
+    CZelDrawDib dd; // no session: the stretched copy, on a device that draws nothing
+    EXPECT_EQ(dd.DrawDibRect(&dc, &dib, INT_MAX - 1, INT_MAX - 1, 10, 10, 0, 0, 3, 2, 0), 0);
 }

@@ -40,6 +40,21 @@ TEST(CZelDibLife, CreateChecksSizeAndKeepsTheHeaderAsWritten)
     EXPECT_EQ(dib.GetBitmapInfoHeader()->biSize, 0u);
 }
 
+TEST(CZelDibLife, HeightWithoutAnAbsoluteValueEmptiesTheImage)
+{
+    // INT_MIN passes the argument check (it isn't 0), so the old image is destroyed
+    // before the section fails, as for any size that can't be had.
+    CZelDib dib;
+    ASSERT_TRUE(dib.Create(2, 2));
+    EXPECT_FALSE(dib.Create(2, INT32_MIN));
+    EXPECT_EQ(dib.GetCrBits(), nullptr);
+    EXPECT_EQ(dib.GetWidth(), 0);
+    ASSERT_TRUE(dib.Create(2, 2));
+    EXPECT_FALSE(dib.Create(INT32_MAX, INT32_MAX));
+    EXPECT_EQ(dib.GetCrBits(), nullptr);
+    EXPECT_EQ(dib.GetBitmapInfoHeader()->biSize, 0u);
+}
+
 TEST(CZelDibLife, CopyConstructorIsDeepAndAssignmentShares)
 {
     CZelDib a;
@@ -205,6 +220,42 @@ TEST(CZelDibClip, RectangleFormsClipAtEveryEdge)
         const std::vector<bool> t = touched(4, 4, r.x, r.y, r.w, r.h);
         for (int i = 0; i < 16; ++i)
             EXPECT_EQ(dib.GetCrBits()[i], t[i] && r.ok ? 0x00010000u : 0u) << r.name << " pixel " << i;
+    }
+}
+
+TEST(CZelDibClip, RectanglesAtTheEndsOfIntClipWithoutWrapping)
+{
+    // Origins and sizes whose sums pass int: the rectangle forms must touch exactly
+    // the intersection with the image (worked out here in 64 bits) or fail.
+    const int M = INT32_MAX, m = INT32_MIN;
+    const struct {
+        int x, y, w, h;
+    } rows[] = {{m, 0, M, 2},     {m, m, M, M},      {-1, -1, M, M},    {2, 1, M, M},   {M, 0, M, 1},
+                {M - 1, 0, 5, 1}, {0, M, 1, M},      {-3, 0, m, 1},     {m + 1, 0, M, 3}, {1, m, 2, M},
+                {-M, -M, M, M},   {3, 2, 1, 1},      {0, 0, M, 1}};
+    for (const auto& r : rows) {
+        const long long l = std::max<long long>(r.x, 0), t = std::max<long long>(r.y, 0);
+        const long long rr = std::min<long long>(static_cast<long long>(r.x) + r.w, 4);
+        const long long b = std::min<long long>(static_cast<long long>(r.y) + r.h, 3);
+        const bool any = r.w > 0 && r.h > 0 && l < rr && t < b;
+        const std::string name = std::to_string(r.x) + "," + std::to_string(r.y) + " " + std::to_string(r.w) + "x" +
+                                 std::to_string(r.h);
+        CZelDib dib, src;
+        dib.Create(4, 3);
+        make(src, 4, 3, std::vector<DWORD>(12, 0x00FFFFFF));
+        EXPECT_EQ(dib.FillRect(r.x, r.y, r.w, r.h, RGB(1, 0, 0)), any ? TRUE : FALSE) << name;
+        EXPECT_EQ(dib.LightenRect(RGB(0, 0, 2), r.x, r.y, r.w, r.h), any ? TRUE : FALSE) << name;
+        for (int py = 0; py < 3; ++py)
+            for (int px = 0; px < 4; ++px) {
+                const bool in = any && px >= l && px < rr && py >= t && py < b;
+                EXPECT_EQ(at(dib, px, py), in ? 0x00010002u : 0u) << name << " at " << px << "," << py;
+            }
+        // The same rectangle as a source to 0, 0, and the whole source to it.
+        CZelDib dst;
+        dst.Create(4, 3);
+        EXPECT_EQ(dst.CopyFromDibRect(&src, r.x, r.y, r.w, r.h, 0, 0), any ? TRUE : FALSE) << name;
+        dst.CopyFromDib(&src, r.x, r.y);
+        dst.BlendRect(&src, 0, 0, 4, 3, r.x, r.y, 9);
     }
 }
 

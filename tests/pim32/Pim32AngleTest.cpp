@@ -85,8 +85,7 @@ TEST(Pim32Angle, JoinsFieldsWithRoundingAndLimit)
 {
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 45, 30, 15.5, -1, 0), 45.30155);
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(-1, 45, 30, 15.5, 6, 0), -45.30155);
-    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(-1, 45, 30, 15.5, 5, 0), -45.3016);  // whole seconds
-    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 45, 30, 15.4, 0, 0), 45.3015);
+    EXPECT_DOUBLE_EQ(Pim32DMS2DMS(-1, 45, 30, 15.54, 7, 0), -45.301554);
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 10, 59, 59.99, 6, 0), 11.0);    // one decimal
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 0, 70, 0.0, -1, 0), 1.10);      // fields out of range
     EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 359, 59, 59.9999, 6, 1), 0.0);  // circle with limit
@@ -137,6 +136,21 @@ TEST(Pim32Angle, BadNumbersPassThroughWithoutHarm)
     EXPECT_TRUE(std::isfinite(Pim32DMS2DMS(1, 2000000000, 2000000000, 1e30, 12, 0)));
 }
 
+// Precisions below 6 mean five decimals, as in the number formatter; they never
+// round to whole seconds.
+TEST(Pim32Angle, PrecisionBelowSixKeepsFiveDecimals)
+{
+    const double rad = (45 + 30 / 60.0 + 15.432106 / 3600) * kDeg;
+    for (int precision : {0, 3, 5}) {
+        SCOPED_TRACE(precision);
+        EXPECT_DOUBLE_EQ(Pim32Rad2DMS(rad, precision, 0), 45.301543211);
+        EXPECT_DOUBLE_EQ(Pim32DMS2DMS(1, 45, 30, 15.432106, precision, 0), 45.301543211);
+        EXPECT_DOUBLE_EQ(Pim32GCCC2GCCC(-1, 12, 34, 56.789016, precision, 0), -12.345678902);
+        EXPECT_DOUBLE_EQ(Pim32Rad2GCCC(12.345678902 * kGon, precision, 0), 12.345678902);
+    }
+    EXPECT_DOUBLE_EQ(Pim32Rad2DMS(rad, 6, 0), 45.30154);
+}
+
 // radians -> packed -> split -> packed -> radians -> packed is stable for every
 // precision, on random angles and on angles just below a carry.
 TEST(Pim32Angle, WriteAndReadBackIsStable)
@@ -168,7 +182,7 @@ TEST(Pim32Angle, WriteAndReadBackIsStable)
     };
     for (const auto& kind : kinds) {
         for (int precision = -1; precision <= 12; ++precision) {
-            const int decimals = precision < 0 ? -1 : precision < 5 ? 0 : precision - 5;
+            const int decimals = precision < 0 ? -1 : precision < 6 ? 5 : precision - 5;
             for (int limit = 0; limit <= 1; ++limit) {
                 for (double rad : angles) {
                     const double packed = kind.toPacked(rad, precision, limit);

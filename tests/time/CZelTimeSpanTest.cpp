@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 using S = CZelTimeSpanHelper;
 
@@ -58,6 +59,8 @@ TEST(CZelTimeSpan, SetMjdRespectsTheRangeAndWrapsCTimeSpan)
     EXPECT_DOUBLE_EQ(z.Mjd(), 1.0);
     z.Mjd(0.25);
     EXPECT_DOUBLE_EQ(z.Mjd(), 0.25);
+    z.Mjd(2147483647.0); // the upper limit is the count of seconds taken as days
+    EXPECT_DOUBLE_EQ(z.Mjd(), 2147483647.0);
 
     CTimeSpan c(5);
     S::SetMjd(1.0, c);
@@ -140,6 +143,7 @@ TEST(CZelTimeSpan, FormatWithTheHourToken)
         {"the # form is a plain span token", CZelTimeSpan(0L, 30, 0, 0), "%D %#H", "1 6"},
         {"no hour token", CZelTimeSpan(1.5), "%D %M", "1 00"},
         {"lower-case token", CZelTimeSpan(0L, 49, 3, 0), "%h h %M", "49 h 03"},
+        {"lower-case token wins, %H stays a span token", CZelTimeSpan(0L, 30, 0, 0), "%H %h", "06 30"},
         {"second token reads the high half", CZelTimeSpan(0L, 30, 0, 0), "%H/%H", "30/0"},
         {"days named: hours in the day", CZelTimeSpan(0L, 30, 0, 0), "%%D %H", "%D 6"},
         {"percent survives", CZelTimeSpan(0L, 2, 0, 0), "%H%%", "2%"},
@@ -192,4 +196,120 @@ TEST(CZelTimeSpan, AddingStaysInsideTheRange)
     EXPECT_TRUE(S::AddDays(o, -50, S::eRangeOleDateTimeSpan)); // no test for this range
     EXPECT_LT(o.m_span, 0.0);
     EXPECT_FALSE(S::AddDays(o, -1, S::eRangeCTimeSpan));
+}
+
+// Each unit added to a COleDateTimeSpan is the span the platform builds from that
+// many units, so counting up to the control's 23:59:59 lands on it exactly and the
+// same span can be taken off again.
+TEST(CZelTimeSpan, OleUnitsAddUpToTheControlMaximumExactly)
+{
+    COleDateTimeSpan lo, hi;
+    S::GetPhysicalRange(S::eRangeDateTimeSpanCtrl, lo, hi);
+    struct Row {
+        const char* name;
+        int (*add)(COleDateTimeSpan&, int, S::eRangeType);
+        int n;
+        COleDateTimeSpan expected;
+    };
+    const Row rows[] = {
+        {"seconds", &S::AddSeconds, 86399, COleDateTimeSpan(0, 0, 0, 86399)},
+        {"minutes", &S::AddMinutes, 1439, COleDateTimeSpan(0, 0, 1439, 0)},
+        {"hours", &S::AddHours, 23, COleDateTimeSpan(0, 23, 0, 0)},
+        {"days", &S::AddDays, 3, COleDateTimeSpan(3, 0, 0, 0)},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        COleDateTimeSpan up(0.0);
+        EXPECT_TRUE(r.add(up, r.n, S::eRangeOleDateTimeSpan));
+        EXPECT_EQ(up.m_span, r.expected.m_span);
+        EXPECT_TRUE(r.add(up, -r.n, S::eRangeOleDateTimeSpan));
+        EXPECT_EQ(up.m_span, 0.0);
+    }
+    COleDateTimeSpan a(0.0);
+    ASSERT_TRUE(S::AddSeconds(a, 86399, S::eRangeDateTimeSpanCtrl));
+    EXPECT_EQ(a.m_span, hi.m_span);
+    EXPECT_TRUE(S::SubtractTimeSpan(a, hi, S::eRangeDateTimeSpanCtrl));
+}
+
+// Extreme counts, NaN and infinities must give defined results (the sanitizer run
+// checks that nothing overflows on the way).
+TEST(CZelTimeSpan, ExtremeAndNonNumericValuesStayDefined)
+{
+    const double inf = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    struct Split {
+        const char* name;
+        double days;
+        long day, hour, minute, second;
+    };
+    const Split splits[] = {
+        {"negative truncates toward zero", -(1.75 + 61.5 / 86400.0), -1, -18, -1, -1},
+        {"NaN gives no clock", nan, 0, 0, 0, 0},
+        {"infinity has no fraction of a day", inf, 9200000000000000000L, 0, 0, 0},
+    };
+    for (const auto& r : splits) {
+        SCOPED_TRACE(r.name);
+        long d, h, m, s;
+        double f;
+        S::Mjd2Hms(r.days, d, h, m, s, f);
+        EXPECT_EQ(d, r.day);
+        EXPECT_EQ(h, r.hour);
+        EXPECT_EQ(m, r.minute);
+        EXPECT_EQ(s, r.second);
+    }
+
+    CZelTimeSpan none(nan);
+    EXPECT_EQ(none.GetTimeSpan(), 0);
+    EXPECT_TRUE(std::isnan(none.GetFracSecond()));
+    EXPECT_EQ(none.Format("%H:%M:%S", 0), "0:00:00");
+    for (int flag = 0; flag <= 5; ++flag) {
+        CZelTimeSpan c(none);
+        c.Round(flag);
+        EXPECT_EQ(c.GetTimeSpan(), 0) << "flag " << flag;
+    }
+    int weeks = -1;
+    double seconds = 0.0;
+    EXPECT_TRUE(none.GetGpsTimeSpan(weeks, seconds));
+    EXPECT_EQ(weeks, 0);
+
+    CZelTimeSpan z(1.0);
+    CTimeSpan c(5);
+    for (const double bad : {nan, inf, -inf}) {
+        z.Mjd(bad);
+        S::SetMjd(bad, c);
+    }
+    EXPECT_DOUBLE_EQ(z.Mjd(), 1.0);
+    EXPECT_EQ(c.GetTimeSpan(), 5);
+
+    // Far outside the range every Add is refused and the span stays.
+    CZelTimeSpan top(std::numeric_limits<std::int64_t>::max());
+    CZelTimeSpan bottom(std::numeric_limits<std::int64_t>::min());
+    CZelTimeSpan zero;
+    EXPECT_FALSE(S::AddSeconds(top, 1));
+    EXPECT_FALSE(S::AddSeconds(bottom, -1));
+    EXPECT_FALSE(S::AddSeconds(zero, std::numeric_limits<int>::min()));
+    EXPECT_FALSE(S::AddDays(zero, std::numeric_limits<int>::max()));
+    EXPECT_EQ(top.GetTimeSpan(), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(zero.GetTimeSpan(), 0);
+    for (int flag = 0; flag <= 5; ++flag) {
+        CZelTimeSpan a(top), b(bottom);
+        a.Round(flag);
+        b.Round(flag);
+        EXPECT_NO_THROW(a.Format("%D %H %M %S", flag));
+        EXPECT_NO_THROW(b.Format("%D %H %M %S", flag));
+    }
+    // A week count beyond int is clamped, not converted out of range.
+    EXPECT_TRUE(CZelTimeSpan(std::numeric_limits<std::int64_t>::max()).GetGpsTimeSpan(weeks, seconds));
+    EXPECT_EQ(weeks, std::numeric_limits<int>::max());
+
+    for (const double bad : {nan, inf, -inf, 1e300}) {
+        COleDateTimeSpan o(bad);
+        S::Round(o, S::eRoundMinute);
+        S::Round(o, S::eRoundHour);
+        EXPECT_NO_THROW(S::Format(COleDateTimeSpan(bad), "%D %H:%M:%S", S::eRoundHour));
+    }
+    double lo, hi;
+    S::GetPhysicalRange(S::eRangeOleDateTimeSpan, lo, hi);
+    EXPECT_EQ(lo, 0.0);
+    EXPECT_TRUE(std::isinf(hi)); // the largest double of days has no count of seconds
 }

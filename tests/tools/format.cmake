@@ -17,6 +17,7 @@ zelconv_test(NAME format.template_dms ARGS format 2.3015 --unit 12
              --template "x%[%.*f %U%]%[%degOrG%minOrC%secOrCC%]%?" EXPECT "^x   2°30'15\\.0\"\n$")
 zelconv_test(NAME format.template_unsafe ARGS format 1.5 --unit 11 --template "%s %n %f"
              EXPECT "^%s %n 1\\.500000\n$")
+zelconv_test(NAME format.absurd_precision_no_text ARGS format 1 --unit 11 --precision 2147483647 EXPECT "^\\.0\n$")
 zelconv_test(NAME format.help ARGS format --help EXPECT "--template T")
 zelconv_test(NAME format.needs_unit ARGS format 1.5 FAIL)
 zelconv_test(NAME format.rejects_text ARGS format abc --unit 11 FAIL)

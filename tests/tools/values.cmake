@@ -8,6 +8,8 @@ zelconv_test(NAME angle.latitude_south ARGS angle "47 30 0 S" --from dms --to dm
 zelconv_test(NAME angle.longitude_west ARGS angle -8.25 --from decdeg --to dms --lon EXPECT "^   8° 15' 00\\.0\" W\n$")
 zelconv_test(NAME angle.latitude_zero_is_north ARGS angle 0 --from decdeg --to decdeg --lat --precision 1
              EXPECT "^ 0\\.0 N\n$")
+zelconv_test(NAME angle.precision_zero_keeps_five_decimals ARGS angle "12 30 15.54" --from dms --to dms --precision 0
+             EXPECT "^  12° 30' 15\\.54000\"\n$")
 zelconv_test(NAME angle.grad_to_gon ARGS angle 100 --from grad --to gon --precision 3 EXPECT "^ 100g 00c 00\\.000cc\n$")
 zelconv_test(NAME angle.limit_at_full_circle ARGS angle 359.9999999 --from decdeg --to dms --precision 1 --limit
              EXPECT "^   0° 00' 00\\.0\"\n$")

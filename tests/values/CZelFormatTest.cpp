@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdio>
 #include <random>
 #include <string>
@@ -191,6 +192,32 @@ TEST(CZelFormat, SecondsDigitsMatchPrintf)
             std::snprintf(want, sizeof want, "%s%3d %02d %0*.*f", sign >= 1 ? " " : "-", deg, min, precision - 2,
                           precision - 5, sec);
         ASSERT_EQ(text(f, packed, 15), want) << packed << " p" << precision;
+    }
+}
+
+// A width or precision in the millions only comes from a mistake: it gets no text,
+// without printf first producing gigabytes of digits.
+TEST(CZelFormat, AbsurdPrecisionOrWidthGivesNoTextAtOnce)
+{
+    const struct {
+        const char* name;
+        long unit;
+        const char* templ;
+        std::string want;
+    } rows[] = {
+        {"decimal", 11, nullptr, ".0"},
+        {"sexagesimal", 12, nullptr, "   1" + kDeg + " 00' .0\""},
+        {"star precision", 11, "<%.*f>", "<>"},
+        {"template seconds", 12, "%SecOrCC", ""},
+        {"literal precision", 11, "<%.2000000000f>", "<>"},
+        {"literal width", 11, "<%2000000000f>", "<>"},
+        {"width beyond int", 11, "<%99999999999999999999f>", "<>"},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        CZelFormat f(r.unit, 0, 0, r.templ);
+        f.Precision(INT_MAX);
+        EXPECT_EQ(text(f, 1.0, r.unit), r.want);
     }
 }
 

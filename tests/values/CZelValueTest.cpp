@@ -10,6 +10,7 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <random>
 #include <string>
@@ -255,8 +256,8 @@ TEST_F(Values, PrecisionRoundsSexagesimalUnits)
     EXPECT_DOUBLE_EQ(packed, 10.3015678);
     a.ConvertStdTo(packed, 12, 1, 0);
     EXPECT_DOUBLE_EQ(packed, 10.30157);
-    a.ConvertStdTo(packed, 12, 0, 0);
-    EXPECT_DOUBLE_EQ(packed, 10.3016);
+    a.ConvertStdTo(packed, 12, 0, 0);  // 0 + 5 is below 6: five decimals
+    EXPECT_DOUBLE_EQ(packed, 10.3015678);
     a = 2 * kPi - 1e-9;
     a.ConvertStdTo(packed, 12, 2, 1);
     EXPECT_EQ(packed, 0.0);
@@ -267,6 +268,36 @@ TEST_F(Values, PrecisionRoundsSexagesimalUnits)
     EXPECT_DOUBLE_EQ(packed, 10.3015678);
     a.ConvertStdTo(packed, 1, 0);
     EXPECT_DOUBLE_EQ(packed, 10.30157);
+}
+
+// Packed units get no extra 5: the angle settings' default precision 5 rounds
+// them to five decimals of the seconds, not to whole seconds.
+TEST_F(Values, PackedDmsAtDefaultPrecisionKeepsTenthsOfSeconds)
+{
+    CZelUnitSettingsAngle packedDms(13, nullptr);
+    packedDms.Precision(5);
+    CZelValueAngle a(&packedDms);
+    a = (45 + 30 / 60.0 + 15.4 / 3600) * kDeg;
+    CString text;
+    a.GetString(text);
+    EXPECT_EQ(text, " 45.30154");
+}
+
+// The 5 added for units 12 and 15 must not overflow a precision near INT_MAX.
+TEST_F(Values, HugePrecisionDoesNotOverflow)
+{
+    CZelUnitSettingsAngle dms(12, nullptr);
+    CZelValueAngle a(&dms);
+    EXPECT_EQ(a.ConvertToStd(10.3015678, 12, INT_MAX, 0), 0);
+    double packed = 0;
+    EXPECT_EQ(a.ConvertStdTo(packed, 15, INT_MAX, 0), 0);
+    EXPECT_EQ(a.ConvertStdTo(packed, 12, INT_MAX, 0), 0);
+    EXPECT_DOUBLE_EQ(packed, 10.3015678);
+    CZelUnitSettingsAngle huge(12, nullptr);
+    huge.Precision(INT_MAX);
+    CString text;
+    EXPECT_EQ(a.ConvertStdTo(text, &huge), 0);
+    EXPECT_EQ(text, "  10\xC2\xB0 30' 15.7\"");
 }
 
 TEST_F(Values, CheckUnitFallsBackToTheStoredUnit)

@@ -13,24 +13,6 @@
 
 namespace {
 
-bool parseUnit(const std::string& text, long& unit)
-{
-    static const struct {
-        const char* name;
-        long unit;
-    } names[] = {{"decdeg", 11}, {"dms", 12}, {"decdms", 13}, {"grad", 14}, {"gon", 15}, {"decgon", 16},
-                 {"rev", 17},    {"rad", 18}, {"m", 21},      {"fts", 22},  {"fti", 23}};
-    for (const auto& n : names)
-        if (text == n.name) {
-            unit = n.unit;
-            return true;
-        }
-    char* end = nullptr;
-    errno = 0;
-    unit = std::strtol(text.c_str(), &end, 10);
-    return !text.empty() && *end == '\0' && errno == 0 && unit >= INT_MIN && unit <= INT_MAX;
-}
-
 int run(ZelconvArgs& args)
 {
     const auto from = args.Value("--from");
@@ -49,9 +31,9 @@ int run(ZelconvArgs& args)
     if (lat && lon)
         return ZelconvUsageError("--lat and --lon exclude each other");
     long fromUnit = 0, toUnit = 0;
-    if (!from || !parseUnit(*from, fromUnit))
+    if (!from || !ZelconvParseUnit(*from, fromUnit))
         return ZelconvUsageError("angle needs --from UNIT (11..18 or a unit name)");
-    if (!to || !parseUnit(*to, toUnit))
+    if (!to || !ZelconvParseUnit(*to, toUnit))
         return ZelconvUsageError("angle needs --to UNIT (11..18 or a unit name)");
     int precision = -1;
     if (precisionText) {
@@ -108,7 +90,8 @@ const ZelconvRegistration registration({
     "  --from UNIT      unit of TEXT: a number 11..18 or decdeg (11), dms (12),\n"
     "                   decdms (13), grad (14), gon (15), decgon (16), rev (17), rad (18)\n"
     "  --to UNIT        unit of the output, the same names\n"
-    "  --precision P    rounding: decimals (of the seconds or cc for dms and gon);\n"
+    "  --precision P    rounding: decimals (of the seconds or cc for dms and gon;\n"
+    "                   0 gives five, as the library never writes whole seconds);\n"
     "                   -1 (default) no rounding, text at the format's default\n"
     "  --limit          keep the output within one full circle\n"
     "  --lat            a latitude: wrapped into -pi..pi, written with N or S\n"

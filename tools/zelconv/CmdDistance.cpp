@@ -10,24 +10,6 @@
 
 namespace {
 
-bool parseUnit(const std::string& text, long& unit)
-{
-    static const struct {
-        const char* name;
-        long unit;
-    } names[] = {{"decdeg", 11}, {"dms", 12}, {"decdms", 13}, {"grad", 14}, {"gon", 15}, {"decgon", 16},
-                 {"rev", 17},    {"rad", 18}, {"m", 21},      {"fts", 22},  {"fti", 23}};
-    for (const auto& n : names)
-        if (text == n.name) {
-            unit = n.unit;
-            return true;
-        }
-    char* end = nullptr;
-    errno = 0;
-    unit = std::strtol(text.c_str(), &end, 10);
-    return !text.empty() && *end == '\0' && errno == 0 && unit >= INT_MIN && unit <= INT_MAX;
-}
-
 int run(ZelconvArgs& args)
 {
     const auto from = args.Value("--from");
@@ -40,9 +22,9 @@ int run(ZelconvArgs& args)
     if (positionals.size() != 1)
         return ZelconvUsageError("distance takes one TEXT");
     long fromUnit = 0, toUnit = 0;
-    if (!from || !parseUnit(*from, fromUnit))
+    if (!from || !ZelconvParseUnit(*from, fromUnit))
         return ZelconvUsageError("distance needs --from UNIT (21..23 or m, fts, fti)");
-    if (!to || !parseUnit(*to, toUnit))
+    if (!to || !ZelconvParseUnit(*to, toUnit))
         return ZelconvUsageError("distance needs --to UNIT (21..23 or m, fts, fti)");
 
     CZelUnitSettingsDistance settings(toUnit, nullptr);

@@ -18,14 +18,6 @@ bool parseDouble(const std::string& text, double& out)
     return !text.empty() && end && *end == '\0';
 }
 
-bool parseInt(const std::string& text, long& out)
-{
-    char* end = nullptr;
-    errno = 0;
-    out = std::strtol(text.c_str(), &end, 10);
-    return !text.empty() && end && *end == '\0' && errno == 0 && out >= INT_MIN && out <= INT_MAX;
-}
-
 int run(ZelconvArgs& args)
 {
     const auto unitText = args.Value("--unit");
@@ -47,10 +39,10 @@ int run(ZelconvArgs& args)
     long unit = 0;
     if (!unitText)
         return ZelconvUsageError("format needs --unit N");
-    if (!parseInt(*unitText, unit))
+    if (!ZelconvParseInt(*unitText, unit))
         return ZelconvUsageError("not a unit number: " + *unitText);
     long precision = 6;
-    if (precisionText && !parseInt(*precisionText, precision))
+    if (precisionText && !ZelconvParseInt(*precisionText, precision))
         return ZelconvUsageError("not a precision: " + *precisionText);
 
     CZelFormat format(unit, secOnly ? 1 : 0, 0, templ ? templ->c_str() : nullptr);

@@ -32,15 +32,6 @@ bool parseNumber(const std::string& s, double& out)
     return end != p && *end == '\0' && errno == 0 && std::isfinite(out);
 }
 
-bool parseInt(const std::string& s, long& out)
-{
-    const char* p = s.c_str();
-    char* end = nullptr;
-    errno = 0;
-    out = std::strtol(p, &end, 10);
-    return end != p && *end == '\0' && errno == 0;
-}
-
 int fail(const std::string& message)
 {
     std::fprintf(stderr, "zelconv: %s\n", message.c_str());
@@ -78,12 +69,12 @@ int run(ZelconvArgs& args)
         value += (value.empty() ? "" : " ") + v;
 
     long roundFlag = 0;
-    if (round && !parseInt(*round, roundFlag))
+    if (round && !ZelconvParseInt(*round, roundFlag))
         return ZelconvUsageError("--round takes a number (0..5, plus 128 to cut the text)");
     CString pattern;
     if (templ) {
         long index;
-        if (!parseInt(*templ, index) || index < 0 || index > 31)
+        if (!ZelconvParseInt(*templ, index) || index < 0 || index > 31)
             return ZelconvUsageError("--template takes an index 0..31");
         pattern = CZelTime::TimeFormatTemplate(static_cast<unsigned>(index));
     } else if (format) {
@@ -102,7 +93,7 @@ int run(ZelconvArgs& args)
             long week;
             double seconds;
             const size_t space = value.find(' ');
-            if (space == std::string::npos || !parseInt(value.substr(0, space), week) ||
+            if (space == std::string::npos || !ZelconvParseInt(value.substr(0, space), week) ||
                 !parseNumber(value.substr(space + 1), seconds))
                 return ZelconvUsageError("a gps value is WEEK SECONDS");
             const double mjd = CZelTime::GpsTime(static_cast<int>(week), seconds);

@@ -50,3 +50,8 @@ int ZelconvUsageError(const std::string& message);
 
 // Makes `path` the library's settings file for this run.
 void ZelconvApplyProfile(const char* path);
+
+// A whole decimal number that fits an int, with nothing behind it.
+bool ZelconvParseInt(const std::string& text, long& out);
+// A unit by number or by name (decdeg dms decdms grad gon decgon rev rad m fts fti).
+bool ZelconvParseUnit(const std::string& text, long& unit);

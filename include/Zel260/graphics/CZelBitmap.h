@@ -3,7 +3,8 @@
 // Files load by three routes, tried in turn: the platform's bitmap loader (Windows
 // bitmap files), FreeImage (every format it reads), and the picture route, a
 // loader that the widget library installs (Qt's image readers; see
-// ZelSetPictureLoader). Pictures are written through FreeImage.
+// ZelSetPictureLoader). Pictures are written through FreeImage. File names may
+// divide their folders by "/" or "\\", as the library's file functions take them.
 #pragma once
 
 #include <Zel260/platform/CBitmap.h>
@@ -60,8 +61,8 @@ public:
     void ChangeColor(unsigned long from, unsigned long to, HPALETTE palette);
     static void ChangeBitmapColor(HBITMAP bitmap, unsigned long from, unsigned long to, HPALETTE palette);
     // The same on the device pixels 0, 0 .. bmWidth, bmHeight of `dc` (a memory
-    // device with the bitmap selected, or any device). Nothing for a null argument or
-    // a bitmap of one plane and one bit.
+    // device with the bitmap selected, or any device), as far as the device reaches.
+    // Nothing for a null argument or a bitmap of one plane and one bit.
     static void ChangeBitmapColorDC(HDC dc, const BITMAP* bitmap, unsigned long from, unsigned long to);
     // Writes `bitmap` to `fileName` in FreeImage format `format`. A 16-bit bitmap
     // is written at 32 bits. A 32-bit bitmap whose alpha bytes are all 0 (a device

@@ -46,6 +46,7 @@ public:
     // null device or bitmap.
     BOOL Create(CDC* dc, CBitmap* bitmap, int topDown);
     // The bitmap resource `id` of `module` (as CZelBitmap::LoadBitmap loads it).
+    // FALSE for a null device or module, or a resource that doesn't load.
     BOOL Create(CDC* dc, HINSTANCE module, UINT id, int topDown);
     // A picture file, by the routes of CZelBitmap::LoadBitmap. FALSE for an empty
     // name or a file that no route reads.
@@ -102,24 +103,30 @@ public:
     BOOL CopyToDC(CDC* dc, int x, int y) const;
     BOOL CopyToDC(CDC* dc, int x, int y, int w, int h) const;
     BOOL CopyToDC(CDC* dc, const CRect& rect) const;
-    // The whole image stretched to x, y, w, h with raster operation `rop`.
+    // The whole image stretched to x, y, w, h (device pixels; a negative w or h
+    // mirrors) with raster operation `rop`. FALSE for a null device, an empty image
+    // or when the device draws nothing (a size of INT_MIN, an edge beyond int).
     BOOL CopyToDCStretch(CDC* dc, int x, int y, int w, int h, DWORD rop) const;
     BOOL CopyToDCStretch(CDC* dc, const CRect& rect, DWORD rop) const;
     // Source rectangle sx, sy, sw, sh (top-down image coordinates, clipped to the
     // image) stretched to dx, dy, dw, dh. dw and dh must be positive. The target
-    // isn't adjusted for what clipping took off the source.
+    // isn't adjusted for what clipping took off the source. FALSE for a null
+    // device, an empty image, dw or dh below 1, or a source clipped to nothing.
     BOOL CopyToDCStretchRect(CDC* dc, int dx, int dy, int dw, int dh, int sx, int sy, int sw, int sh, DWORD rop) const;
     BOOL CopyToDCStretchRect(CDC* dc, const CRect& dst, const CRect& src, DWORD rop) const;
-    // Writes the image into a bitmap of exactly its size.
+    // Writes the image into a bitmap of exactly its size. FALSE for a null device
+    // or bitmap, an empty image, or a bitmap of another size.
     BOOL CopyToBitmap(CDC* dc, CBitmap* bitmap) const;
     // Reads a bitmap of exactly the image's size; an empty image takes the bitmap's
-    // size (bottom-up).
+    // size (bottom-up). FALSE for a null device or bitmap, or a bitmap of another
+    // size than a non-empty image.
     BOOL CopyFromBitmap(CDC* dc, CBitmap* bitmap);
     // Reads w by h device pixels at x, y; an empty image takes the size w, h.
-    // Pixels the device doesn't have come out black.
+    // Pixels the device doesn't have come out black. FALSE for a null device, a
+    // non-empty image of another size than w by h, or w or h below 1.
     BOOL CopyFromDC(CDC* dc, int x, int y, int w, int h);
     // Reverses the memory row order while the picture stays: top-down becomes
-    // bottom-up and back.
+    // bottom-up and back. FALSE for a null device or an empty image.
     BOOL Invert(CDC* dc);
 
     // --- Blend modes ------------------------------------------------------------

@@ -46,11 +46,14 @@ public:
     BOOL Open();
     BOOL Close();
     BOOL IsOpen() const { return m_session != nullptr; }
+    // Prepares drawing at dxDst by dyDst pixels: TRUE with a session, a device, a
+    // header and sizes >= 0. End is TRUE with a session.
     BOOL Begin(CDC* dc, int dxDst, int dyDst, BITMAPINFOHEADER* info, int dxSrc, int dySrc, UINT flags);
     BOOL Begin(CDC* dc, const CRect& dst, BITMAPINFOHEADER* info, const CRect& src, UINT flags);
     BOOL End();
     // Source xSrc, ySrc, dxSrc, dySrc of the 32-bit DIB (top-down coordinates)
-    // stretched to xDst, yDst, dxDst, dyDst. FALSE on a printer.
+    // stretched to xDst, yDst, dxDst, dyDst (device pixels). FALSE without a
+    // session, for a null argument, on a printer, or when the device draws nothing.
     BOOL Draw(CDC* dc, int xDst, int yDst, int dxDst, int dyDst, BITMAPINFOHEADER* info, void* bits, int xSrc,
               int ySrc, int dxSrc, int dySrc, UINT flags);
     BOOL Draw(CDC* dc, const CRect& dst, BITMAPINFOHEADER* info, void* bits, const CRect& src, UINT flags);
@@ -62,9 +65,11 @@ public:
     BOOL SetPalette(HPALETTE palette);
     BOOL ChangePalette(int start, int count, PALETTEENTRY* entries);
     UINT RealizePalette(CDC* dc, BOOL background);
+    // TRUE with a session; the rate (frames a second) is ignored.
     BOOL Start(LONG rate);
     BOOL Stop();
-    // The session's draw count and total draw time.
+    // The session's draw count and total draw time (milliseconds). FALSE without a
+    // session or for a null record.
     BOOL Time(DRAWDIBTIME* time);
 
     // The image at x, y in cx by cy: through the session when the last draw worked
@@ -81,7 +86,7 @@ public:
     int GetStretchMode() const { return m_stretchMode; }
 
 private:
-    int Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const CRect* src);
+    int Fallback(CDC* dc, const CZelDib* dib, int x, int y, int cx, int cy, const RECT* src);
 
     HDRAWDIB m_session = nullptr;
     BOOL m_lastDraw = TRUE;

@@ -23,6 +23,8 @@ public:
     // first bitmap that fails gives -1 (the images added before it stay).
     int Add(HINSTANCE module, int count, const unsigned int* ids, unsigned int maskId);
 
-    // Draws image `image` at `point` (ILD_ style); masked pixels keep the device's.
+    // Draws image `image` with its top left at `point` (device pixels; ILD_ style);
+    // masked pixels keep the device's. FALSE for a null device, a bad index, or a
+    // point at which the image would end beyond INT_MAX.
     BOOL Draw(CDC* dc, int image, POINT point, unsigned int style);
 };

@@ -10,8 +10,8 @@
 // five more than the decimals of the seconds (cc):
 //   precision < 0      no rounding (the value is still cleaned of binary noise below
 //                      about 1e-9 of the last field)
-//   0 <= precision < 5 whole seconds (cc)
-//   precision >= 5     precision - 5 decimals of seconds (cc)
+//   0 <= precision < 6 5 decimals of seconds (cc), the formatter's fixed form
+//   precision >= 6     precision - 5 decimals of seconds (cc)
 // Functions that take `decimals` get the number of decimals of the seconds directly
 // (negative means no rounding). More than 9 decimals are read as 9.
 //

@@ -35,7 +35,12 @@ constexpr UINT LR_LOADFROMFILE = 0x0010;
 constexpr UINT LR_DEFAULTSIZE = 0x0040;
 constexpr UINT LR_CREATEDIBSECTION = 0x2000;
 
-// A bitmap of width by height pixels (both >= 1) with the nominal depth bitCount (1,
+// The most pixels one bitmap holds (width * height), so that byte sizes stay
+// inside the 32-bit fields of the headers that describe them.
+constexpr long long ZEL_MAX_BITMAP_PIXELS = 0x1FFFFFFF;
+
+// A bitmap of width by height pixels (both >= 1, at most ZEL_MAX_BITMAP_PIXELS in
+// all) with the nominal depth bitCount (1,
 // 16, 24 or 32; planes must be 1). `bits`, if given, holds width * height 32-bit
 // pixels top-down; otherwise the bitmap is black. Null on bad arguments.
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitCount, const void* bits);

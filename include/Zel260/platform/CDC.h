@@ -97,14 +97,17 @@ public:
 
     // Device-independent bitmaps onto the device, as Win32's SetDIBitsToDevice and
     // StretchDIBits (only 32-bit BI_RGB is required). Return the scan lines copied,
-    // 0 on failure.
+    // 0 on failure; rectangles whose far edge (one past the last pixel) lies beyond
+    // int, and sizes of INT_MIN, fail.
     virtual int SetDIBitsToDevice(int xDest, int yDest, DWORD width, DWORD height, int xSrc, int ySrc,
                                   UINT startScan, UINT scanLines, const void* bits, const BITMAPINFO* info,
                                   UINT colourUse) = 0;
     virtual int StretchDIBits(int xDest, int yDest, int destWidth, int destHeight, int xSrc, int ySrc,
                               int srcWidth, int srcHeight, const void* bits, const BITMAPINFO* info,
                               UINT colourUse, DWORD rop) = 0;
-    // Copies a rectangle from `source` (which may be this device).
+    // Copies a rectangle from `source` (which may be this device); what the source
+    // doesn't have comes out black. FALSE for a target whose far edge lies beyond
+    // int.
     virtual BOOL BitBlt(int x, int y, int width, int height, CDC* source, int xSrc, int ySrc, DWORD rop) = 0;
 
     virtual int GetDeviceCaps(int index) const = 0;

@@ -5,6 +5,7 @@
 #include <Zel260/platform/Win32Types.h>
 
 #include <algorithm>
+#include <cstdint>
 
 class CSize : public SIZE {
 public:
@@ -39,8 +40,9 @@ public:
     CRect(const RECT& r) : RECT(r) {}
     CRect(POINT p, SIZE s) : RECT{p.x, p.y, p.x + s.cx, p.y + s.cy} {}
 
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
+    // Wrap modulo 2^32 like Win32 for rectangles whose extent passes int.
+    int Width() const { return static_cast<int>(static_cast<std::int64_t>(right) - left); }
+    int Height() const { return static_cast<int>(static_cast<std::int64_t>(bottom) - top); }
     CSize Size() const { return CSize(Width(), Height()); }
     CPoint TopLeft() const { return CPoint(left, top); }
     CPoint BottomRight() const { return CPoint(right, bottom); }

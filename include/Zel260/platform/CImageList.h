@@ -27,8 +27,9 @@ public:
     CImageList(const CImageList&) = delete;
     CImageList& operator=(const CImageList&) = delete;
 
-    // Images of cx by cy pixels (both >= 1). `initial` and `grow` only reserve
-    // room. FALSE for a bad size or when the list exists.
+    // Images of cx by cy pixels (both >= 1, cx * cy at most ZEL_MAX_BITMAP_PIXELS,
+    // the most a bitmap holds). `initial` and `grow` only reserve room. FALSE for a bad size or
+    // when the list exists.
     BOOL Create(int cx, int cy, UINT flags, int initial, int grow);
     BOOL DeleteImageList();
     BOOL IsCreated() const { return m_cx > 0; }
@@ -46,7 +47,8 @@ public:
     BOOL Remove(int image);
 
     // Draws image `image` with its top left at `point`; transparent pixels keep the
-    // device's. FALSE for a null device or a bad index.
+    // device's. FALSE for a null device, a bad index, or a point at which the
+    // image's far edge (one past its last pixel) would lie beyond INT_MAX.
     BOOL Draw(CDC* dc, int image, POINT point, UINT style);
     // A new icon of the image (alpha 255, 0 where transparent); null for a bad
     // index. Free it with DeleteObject.

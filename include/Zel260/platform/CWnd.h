@@ -6,6 +6,17 @@
 #include <Zel260/platform/CObject.h>
 #include <Zel260/platform/WindowMessages.h>
 
+// A font handle. In the widget library it points at a QFont that outlives its use.
+struct HFONT__;
+using HFONT = HFONT__*;
+
+// The header of a WM_NOTIFY message (lParam points at it).
+struct NMHDR {
+    HWND hwndFrom = nullptr;
+    UINT_PTR idFrom = 0;
+    UINT code = 0;
+};
+
 class CWnd : public CObject {
     DECLARE_DYNCREATE(CWnd)
 

@@ -54,7 +54,8 @@ public:
     virtual void CustomFormat(const char* search, const char* replacement);
     // Number of decimals on the decimal path (below 1 means 6). For units 12 and 15 the
     // seconds get precision - 5 decimals in a field of precision - 2, and a precision
-    // below 6 means 5 decimals in a field of 8.
+    // below 6 means 5 decimals in a field of 8. A field that would need more than
+    // 4194304 characters (a precision or template width in the millions) gets no text.
     virtual void Precision(int precision);
     virtual int Precision();
 

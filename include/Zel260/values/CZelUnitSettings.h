@@ -31,8 +31,12 @@ public:
     virtual CZelFormat* Format() const;
     // Sets the template of the format (null or empty is ignored); returns Status().
     virtual int Format(const char* format);
+    // Forwarded to the format (CZelFormat::Precision): decimals of a decimal unit,
+    // below 1 meaning 6; units 12 and 15 get precision - 5 decimals of the seconds,
+    // five below precision 6. Any int is accepted.
     virtual void Precision(int precision);
     virtual int Precision() const;
+    // Forwarded to the format: nonzero cuts trailing zeros, one digit stays behind ".".
     virtual void TrimTrailingZeros(int on);
     virtual int TrimTrailingZeros() const;
     // The first error since the last call, then 0.

@@ -54,6 +54,8 @@ protected:
     // The shared object that SaveCurrentSelection changes.
     virtual CZelUnitSettingsAngle& SharedObject() const;
     virtual long DefaultBoxUnit() const { return 14; }
+    // The section the unit box reads: this object's, else its shared object's.
+    const char* BoxSection() const;
 
     CString m_section;
     long m_defaultUnit = -1;

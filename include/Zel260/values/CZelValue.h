@@ -87,6 +87,7 @@ public:
     int Status();
     // True when no error waits; doesn't clear.
     int IsValid() const { return m_status == 0; }
+    // 6, or the precision of the settings given at construction.
     int Precision() const { return m_precision; }
 
     // The one conversion routine: `in` in `inUnit` to `out` in `outUnit`. Equal units

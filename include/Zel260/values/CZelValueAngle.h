@@ -50,7 +50,9 @@ public:
     // are read by strtod. A capital "S" or "W" anywhere negates the angle (so
     // "-12 30 15 S" is positive; a lower-case "s" does nothing).
     int ConvertToStd(const char* text, long unit, int precision, unsigned long limit) override;
-    // A nonnegative precision of units 12 and 15 counts decimals of the seconds.
+    // A nonnegative precision of units 12 and 15 counts decimals of the seconds (cc),
+    // 1 and up; 0 gives five decimals, the formatter's fixed form. Units 13 and 16 take
+    // the angle functions' precision as it is (see Pim32Angle.h).
     int ConvertToStd(double value, long unit, int precision, unsigned long limit) override;
     // The text is written by the settings' format in the settings' unit (the number
     // is converted into `unit`). A latitude gets "N" or "S", a longitude "E" or "W"

@@ -7,6 +7,8 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <climits>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -42,19 +44,51 @@ QImage dibImage(const void* bits, const BITMAPINFO* info)
     const BITMAPINFOHEADER& h = info->bmiHeader;
     if (h.biBitCount != 32 || h.biCompression != BI_RGB || h.biWidth < 1 || h.biHeight == 0 || h.biHeight == INT32_MIN)
         return QImage();
+    // A row's byte count must be an int for the view.
+    if (h.biWidth > INT_MAX / 4)
+        return QImage();
     const int w = h.biWidth, ht = h.biHeight < 0 ? -h.biHeight : h.biHeight;
     QImage view(static_cast<const uchar*>(bits), w, ht, w * 4, QImage::Format_RGB32);
     return h.biHeight < 0 ? view : view.mirrored(false, true);
 }
 
-// The source rectangle of a DIB call in top-down picture rows: a bottom-up DIB
-// counts ySrc from its bottom row.
-QRect dibSourceRect(const BITMAPINFO* info, int xSrc, int ySrc, int w, int h)
+// Device and picture positions are int, and a rectangle's far edge (one past its
+// last pixel, as RECT keeps it) must be one too: a run of `extent` (>= 1) pixels
+// from `origin` that ends beyond has no place. Qt's rectangles also step one
+// before their origin, so INT_MIN is no origin either.
+bool fitsInt(long long origin, long long extent)
 {
-    const int ht = info->bmiHeader.biHeight < 0 ? -info->bmiHeader.biHeight : info->bmiHeader.biHeight;
-    if (info->bmiHeader.biHeight < 0)
-        return QRect(xSrc, ySrc, w, h);
-    return QRect(xSrc, ht - ySrc - h, w, h);
+    return extent >= 1 && extent <= INT_MAX && origin > INT_MIN && origin + extent <= INT_MAX;
+}
+
+// The part of the rectangle l, t, w, h (64-bit) that lies on the painter's device,
+// when the painter maps device pixels one to one; the whole rectangle otherwise.
+// Qt's own arithmetic isn't safe for positions far outside the device, and only
+// that part can show anyway. Empty when nothing of it is on the device.
+QRect onDevice(const QPainter* p, long long l, long long t, long long w, long long h)
+{
+    if (!p->transform().isIdentity())
+        return QRect(static_cast<int>(l), static_cast<int>(t), static_cast<int>(w), static_cast<int>(h));
+    const long long r = std::min<long long>(l + w, p->device()->width());
+    const long long b = std::min<long long>(t + h, p->device()->height());
+    l = std::max(l, 0LL);
+    t = std::max(t, 0LL);
+    if (l >= r || t >= b)
+        return QRect();
+    return QRect(static_cast<int>(l), static_cast<int>(t), static_cast<int>(r - l), static_cast<int>(b - t));
+}
+
+// The source rectangle of a DIB call in top-down picture rows: a bottom-up DIB
+// counts ySrc from its bottom row. False when it has no int position.
+bool dibSourceRect(const BITMAPINFO* info, int xSrc, int ySrc, int w, int h, QRect& out)
+{
+    const long long ht = info->bmiHeader.biHeight < 0 ? -static_cast<long long>(info->bmiHeader.biHeight)
+                                                      : info->bmiHeader.biHeight;
+    const long long top = info->bmiHeader.biHeight < 0 ? ySrc : ht - ySrc - h;
+    if (!fitsInt(xSrc, w) || !fitsInt(top, h))
+        return false;
+    out = QRect(xSrc, static_cast<int>(top), w, h);
+    return true;
 }
 
 class PainterState {
@@ -350,16 +384,26 @@ int CQtDC::SetDIBitsToDevice(int xDest, int yDest, DWORD width, DWORD height, in
     if (!m_painter || colourUse != DIB_RGB_COLORS || width == 0 || height == 0 || width > INT32_MAX ||
         height > INT32_MAX)
         return 0;
+    QRect wanted;
+    if (!fitsInt(xDest, width) || !fitsInt(yDest, height) ||
+        !dibSourceRect(info, xSrc, ySrc, static_cast<int>(width), static_cast<int>(height), wanted))
+        return 0;
     const QImage picture = dibImage(bits, info);
     if (picture.isNull())
         return 0;
-    const QRect wanted = dibSourceRect(info, xSrc, ySrc, static_cast<int>(width), static_cast<int>(height));
     const QRect src = wanted & picture.rect();
     if (src.isEmpty())
         return 0;
-    PainterState keep(m_painter);
-    m_painter->setCompositionMode(QPainter::CompositionMode_Source);
-    m_painter->drawImage(QPoint(xDest + src.left() - wanted.left(), yDest + src.top() - wanted.top()), picture, src);
+    const long long x = static_cast<long long>(xDest) + src.left() - wanted.left();
+    const long long y = static_cast<long long>(yDest) + src.top() - wanted.top();
+    const QRect shown = onDevice(m_painter, x, y, src.width(), src.height());
+    if (!shown.isEmpty()) {
+        PainterState keep(m_painter);
+        m_painter->setCompositionMode(QPainter::CompositionMode_Source);
+        m_painter->drawImage(shown.topLeft(), picture,
+                             QRect(static_cast<int>(src.left() + shown.left() - x),
+                                   static_cast<int>(src.top() + shown.top() - y), shown.width(), shown.height()));
+    }
     return static_cast<int>(std::min<UINT>(scanLines, static_cast<UINT>(picture.height()) - std::min<UINT>(startScan, picture.height())));
 }
 
@@ -369,48 +413,74 @@ int CQtDC::StretchDIBits(int xDest, int yDest, int destWidth, int destHeight, in
     if (!m_painter || colourUse != DIB_RGB_COLORS || destWidth == 0 || destHeight == 0 || srcWidth <= 0 ||
         srcHeight <= 0)
         return 0;
+    // Negative target sizes mirror, as in GDI; INT_MIN has no mirror image, and a
+    // target whose far edge passes int can't be placed.
+    const long long left = std::min<long long>(xDest, static_cast<long long>(xDest) + destWidth);
+    const long long top = std::min<long long>(yDest, static_cast<long long>(yDest) + destHeight);
+    const long long targetWidth = std::llabs(destWidth), targetHeight = std::llabs(destHeight);
+    QRect src;
+    if (!fitsInt(left, targetWidth) || !fitsInt(top, targetHeight) ||
+        !dibSourceRect(info, xSrc, ySrc, srcWidth, srcHeight, src))
+        return 0;
     const QImage picture = dibImage(bits, info);
     if (picture.isNull())
         return 0;
-    const QRect src = dibSourceRect(info, xSrc, ySrc, srcWidth, srcHeight);
     if ((src & picture.rect()).isEmpty())
         return 0;
     // Parts of the source rectangle outside the picture come out black, as they
     // read nothing.
     QImage part(src.size(), QImage::Format_RGB32);
+    if (part.isNull())
+        return 0;
     part.fill(Qt::black);
     {
         QPainter p(&part);
         p.setCompositionMode(QPainter::CompositionMode_Source);
         p.drawImage(QPoint(0, 0), picture, src);
     }
-    // Negative target sizes mirror, as in GDI.
     QImage oriented = part.mirrored(destWidth < 0, destHeight < 0);
-    const QRect target = QRect(QPoint(std::min(xDest, xDest + destWidth), std::min(yDest, yDest + destHeight)),
-                               QSize(std::abs(destWidth), std::abs(destHeight)));
+    const QRect shown = onDevice(m_painter, left, top, targetWidth, targetHeight);
     PainterState keep(m_painter);
     if (!setRop(m_painter, rop))
         return 0;
+    if (shown.isEmpty())
+        return srcHeight;
+    // The part of the picture that falls on the shown part of the target.
+    const double fx = static_cast<double>(oriented.width()) / static_cast<double>(targetWidth);
+    const double fy = static_cast<double>(oriented.height()) / static_cast<double>(targetHeight);
+    const QRectF from((shown.left() - left) * fx, (shown.top() - top) * fy, shown.width() * fx, shown.height() * fy);
     m_painter->setRenderHint(QPainter::SmoothPixmapTransform, GetStretchBltMode() == HALFTONE);
-    m_painter->drawImage(target, oriented);
+    m_painter->drawImage(QRectF(shown), oriented, from);
     return srcHeight;
 }
 
 QImage CQtDC::grabPixels(int x, int y, int width, int height) const
 {
-    if (width <= 0 || height <= 0)
+    QImage* img = readableImage();
+    if (width <= 0 || height <= 0 || (!img && !m_widget))
         return QImage();
-    if (QImage* img = readableImage()) {
-        QImage out(width, height, QImage::Format_RGB32);
-        out.fill(Qt::black);
-        QPainter p(&out);
-        p.setCompositionMode(QPainter::CompositionMode_Source);
-        p.drawImage(QPoint(0, 0), img->convertToFormat(QImage::Format_RGB32), QRect(x, y, width, height));
+    QImage out(width, height, QImage::Format_RGB32);
+    if (out.isNull())
+        return QImage();
+    out.fill(Qt::black);
+    // Only the part the device has is read, and it lands where it lies in the
+    // rectangle asked for. Edges are found in 64 bits: that rectangle may reach past
+    // int.
+    const QSize have = img ? img->size() : m_widget->size();
+    const long long l = std::max(x, 0), t = std::max(y, 0);
+    const long long r = std::min<long long>(static_cast<long long>(x) + width, have.width());
+    const long long b = std::min<long long>(static_cast<long long>(y) + height, have.height());
+    if (l >= r || t >= b)
         return out;
-    }
-    if (m_widget)
-        return m_widget->grab(QRect(x, y, width, height)).toImage().convertToFormat(QImage::Format_RGB32);
-    return QImage();
+    const QRect part(static_cast<int>(l), static_cast<int>(t), static_cast<int>(r - l), static_cast<int>(b - t));
+    QPainter p(&out);
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    const QPoint at(static_cast<int>(l - x), static_cast<int>(t - y));
+    if (img)
+        p.drawImage(at, img->convertToFormat(QImage::Format_RGB32), part);
+    else
+        p.drawImage(at, m_widget->grab(part).toImage().convertToFormat(QImage::Format_RGB32));
+    return out;
 }
 
 BOOL CQtDC::BitBlt(int x, int y, int width, int height, CDC* source, int xSrc, int ySrc, DWORD rop)
@@ -420,7 +490,7 @@ BOOL CQtDC::BitBlt(int x, int y, int width, int height, CDC* source, int xSrc, i
     if (!source)
         return PatBlt(x, y, width, height, rop);
     auto* qt = dynamic_cast<CQtDC*>(source);
-    if (!qt || width <= 0 || height <= 0)
+    if (!qt || !fitsInt(x, width) || !fitsInt(y, height))
         return FALSE;
     const QImage pixels = qt->grabPixels(xSrc, ySrc, width, height);
     if (pixels.isNull())

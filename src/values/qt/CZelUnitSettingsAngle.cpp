@@ -7,11 +7,12 @@
 
 using namespace zelvalues;
 
-namespace {
-
-const char* sectionOf(const CZelUnitSettingsAngle& s) { return s.Section().IsEmpty() ? SectionAngle() : s.Section().GetString(); }
-
-} // namespace
+// Settings made with a unit carry no section; they read where their kind's shared
+// object, and so SaveCurrentSelection, keeps the unit.
+const char* CZelUnitSettingsAngle::BoxSection() const
+{
+    return m_section.IsEmpty() ? SharedObject().Section().GetString() : m_section.GetString();
+}
 
 void CZelUnitSettingsAngle::InitializeUnitAngleComboBox(CUnitAngleComboBox& box, const int* excluded)
 {
@@ -29,7 +30,7 @@ void CZelUnitSettingsAngle::InitializeUnitAngleComboBox(CUnitAngleComboBox& box,
         const int index = box.AddString(LoadString(e->textId));
         box.SetItemData(index, static_cast<DWORD_PTR>(e->unit));
     }
-    const long stored = ReadStoredUnit(sectionOf(*this), KeyAngleNumber(), -1);
+    const long stored = ReadStoredUnit(BoxSection(), KeyAngleNumber(), -1);
     // A stored unit of the list is selected even when excluded: then nothing shows.
     const long wanted = InList(kAngleUnits, stored) ? stored : m_defaultUnit;
     int select = -1;
@@ -52,7 +53,7 @@ void CZelUnitSettingsAngle::SaveCurrentSelection(const CUnitAngleComboBox& box, 
     shared.Unit(unit);
     CString abbreviation;
     UnitAbbreviation(unit, abbreviation, 0);
-    WriteStoredUnit(sectionOf(shared), KeyAngleNumber(), KeyAngleText(), unit, abbreviation);
+    WriteStoredUnit(shared.BoxSection(), KeyAngleNumber(), KeyAngleText(), unit, abbreviation);
     if (unit != old)
         NotifyUnitChanged(wnd, true, old, unit);
 }

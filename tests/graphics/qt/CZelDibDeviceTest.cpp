@@ -108,6 +108,40 @@ TEST(CZelDibDevice, DeviceFunctionsRefuseBadArguments)
     EXPECT_FALSE(dib.CopyFromDC(&dc, 0, 0, 2, 2)); // not the image's size
 }
 
+TEST(CZelDibDevice, EdgesBeyondIntAreRefusedNotWrapped)
+{
+    // Sizes without an absolute value and rectangles whose far edge passes INT_MAX
+    // can't be drawn; they must fail before any sum wraps.
+    CZelDib dib;
+    makePicture(dib, false);
+    QImage img = canvas(4, 4);
+    {
+        CQtDC dc(&img);
+        EXPECT_FALSE(dib.CopyToDCStretch(&dc, 0, 0, INT_MIN, 2, SRCCOPY));
+        EXPECT_FALSE(dib.CopyToDCStretch(&dc, 0, 0, 2, INT_MIN, SRCCOPY));
+        EXPECT_FALSE(dib.CopyToDCStretch(&dc, -5, 0, INT_MIN + 2, 2, SRCCOPY));
+        EXPECT_FALSE(dib.CopyToDCStretchRect(&dc, INT_MAX - 1, 0, 10, 10, 0, 0, 3, 2, SRCCOPY));
+        EXPECT_FALSE(dib.CopyToDC(&dc, INT_MAX - 1, 0));
+        EXPECT_FALSE(dib.CopyToDC(&dc, 0, INT_MAX, 3, 2));
+        EXPECT_TRUE(dib.CopyToDC(&dc, INT_MAX - 3, INT_MAX - 2)); // the far edge at INT_MAX
+        EXPECT_TRUE(dib.CopyToDCStretch(&dc, INT_MAX - 30, -20, 30, 20, SRCCOPY));
+        CZelDrawDib dd; // the session takes any source rectangle
+        ASSERT_TRUE(dd.Open());
+        auto* header = const_cast<BITMAPINFOHEADER*>(dib.GetBitmapInfoHeader());
+        EXPECT_FALSE(dd.Draw(&dc, 0, 0, 2, 2, header, dib.GetCrBits(), INT_MAX - 1, 0, 10, 1, 0));
+        EXPECT_FALSE(dd.Draw(&dc, 0, 0, 2, 2, header, dib.GetCrBits(), 0, INT_MIN, 1, 10, 0));
+
+        // Reading at the end of int: what the device doesn't have comes out black.
+        CZelDib back;
+        ASSERT_TRUE(back.CopyFromDC(&dc, INT_MAX - 1, INT_MAX - 1, 3, 2));
+        for (int i = 0; i < 6; ++i)
+            EXPECT_EQ(back.GetCrBits()[i], 0u) << i;
+    }
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x)
+            EXPECT_EQ(px(img, x, y), qRgb(1, 2, 3)) << x << ", " << y;
+}
+
 TEST(CZelDibDevice, CopyFromDCReadsPixelsBackAndBlackOutside)
 {
     QImage img = canvas(4, 3);
@@ -222,6 +256,30 @@ TEST(CZelBitmapPictureRoute, QtReadersAreInstalledAndRefuseDamagedFiles)
     CZelBitmap bitmap;
     EXPECT_FALSE(bitmap.LoadBitmap(half.c_str()));
     EXPECT_EQ(bitmap.GetSafeHandle(), nullptr);
+}
+
+TEST(CZelBitmapPictureRoute, EveryCutOfABitmapFileFailsOnAllThreeRoutes)
+{
+    QImage source(3, 2, QImage::Format_RGB32);
+    source.fill(qRgb(9, 8, 7));
+    QByteArray bmp;
+    QBuffer buffer(&bmp);
+    buffer.open(QIODevice::WriteOnly);
+    ASSERT_TRUE(source.save(&buffer, "BMP"));
+    HBITMAP direct = ZelQtLoadPicture(bmp.constData(), static_cast<std::size_t>(bmp.size()));
+    ASSERT_NE(direct, nullptr); // the whole file reads on the picture route itself
+    EXPECT_EQ(ZelBitmapScanLine(direct, 1)[2] & 0xFFFFFF, 0x090807u);
+    DeleteObject(direct);
+    EXPECT_EQ(ZelQtLoadPicture(bmp.constData(), static_cast<std::size_t>(bmp.size() - 1)), nullptr);
+    zeltest::TempDir dir;
+    const std::string whole = dir.write("whole.bmp", std::string(bmp.constData(), bmp.size()));
+    for (int n = 0; n < bmp.size(); ++n) {
+        CZelBitmap b;
+        ASSERT_TRUE(b.LoadBitmap(whole.c_str()));
+        const std::string cut = dir.write("cut.bmp", std::string(bmp.constData(), n));
+        EXPECT_FALSE(b.LoadBitmap(cut.c_str())) << "cut at " << n;
+        EXPECT_EQ(b.GetSafeHandle(), nullptr) << "cut at " << n;
+    }
 }
 
 TEST(CZelBitmapSave, WritesThroughAPrinterContextToo)

@@ -2,12 +2,15 @@
 #include <Zel260/platform/qt/CQtDC.h>
 
 #include <TestSupport.h>
+
+#include <climits>
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QPrinter>
+#include <QWidget>
 
 namespace {
 QRgb px(const QImage& img, int x, int y)
@@ -109,6 +112,45 @@ TEST(CQtDC, BitBltRasterOperationsAndSelfCopy)
     }
     EXPECT_EQ(px(b, 0, 0), qRgb(0xFF, 0x0F, 0xFF));
     EXPECT_EQ(px(b, 1, 0), qRgb(0xFF ^ 0x0F, 0x0F ^ 0x0F, 0xFF ^ 0xFF));
+}
+
+TEST(CQtDC, CopiesFromAWidgetLandWhereTheyLieAndBlackBeyondIt)
+{
+    // A source rectangle that starts before the widget: what the widget has keeps
+    // its place in the rectangle, the rest is black, as from an image.
+    QWidget widget;
+    widget.resize(4, 4);
+    QPalette pal = widget.palette();
+    pal.setColor(QPalette::Window, QColor(10, 20, 30));
+    widget.setPalette(pal);
+    widget.setAutoFillBackground(true);
+    CQtDC source(&widget);
+    QImage img(3, 3, QImage::Format_RGB32);
+    img.fill(Qt::white);
+    {
+        CQtDC dc(&img);
+        ASSERT_TRUE(dc.BitBlt(0, 0, 3, 3, &source, -1, -1, SRCCOPY));
+        EXPECT_FALSE(dc.BitBlt(INT_MAX - 1, 0, 3, 3, &source, 0, 0, SRCCOPY)); // far edge past int
+    }
+    EXPECT_EQ(px(img, 0, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(px(img, 2, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(px(img, 1, 1), qRgb(10, 20, 30));
+    EXPECT_EQ(px(img, 2, 2), qRgb(10, 20, 30));
+}
+
+TEST(CQtDC, DibHeadersWiderThanARowCanAddressAreRefused)
+{
+    // 2^29 pixels a row have 2^31 bytes, one past int: nothing of such a picture
+    // can be viewed, not even the one pixel asked for.
+    QImage img(2, 2, QImage::Format_RGB32);
+    img.fill(Qt::white);
+    CQtDC dc(&img);
+    const DWORD pixel = 0x00FF0000;
+    BITMAPINFO info{};
+    info.bmiHeader = BITMAPINFOHEADER{40, 0x20000000, -1, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    EXPECT_EQ(dc.SetDIBitsToDevice(0, 0, 1, 1, 0, 0, 0, 1, &pixel, &info, DIB_RGB_COLORS), 0);
+    EXPECT_EQ(dc.StretchDIBits(0, 0, 1, 1, 0, 0, 1, 1, &pixel, &info, DIB_RGB_COLORS, SRCCOPY), 0);
+    EXPECT_EQ(dc.GetPixel(0, 0), RGB(255, 255, 255));
 }
 
 TEST(CQtDC, PrinterDeviceWritesAPdfPage)

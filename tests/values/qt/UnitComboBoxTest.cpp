@@ -70,6 +70,22 @@ TEST_F(UnitBoxes, AngleBoxDefaultsAndExclusions)
     EXPECT_EQ(box4.GetCurrentSelection(), 11);
 }
 
+// Settings made with a unit have no section of their own; a latitude's box must
+// still show the unit that saving it stores, the latitudes' own.
+TEST_F(UnitBoxes, LatLonSettingsWithoutSectionReadTheLatLonUnit)
+{
+    WriteStoredUnit(SectionAngle(), KeyAngleNumber(), KeyAngleText(), 14, "grad");
+    WriteStoredUnit(SectionAngleLatLon(), KeyAngleNumber(), KeyAngleText(), 16, "gon");
+    CZelUnitSettingsAngleLatLon latLon(12, nullptr);
+    CZelUnitSettingsAngleLatLon::CUnitAngleComboBox box;
+    latLon.InitializeUnitAngleComboBox(box, nullptr);
+    EXPECT_EQ(box.GetCurrentSelection(), 16);
+    CZelUnitSettingsAngle angle(12, nullptr);
+    CZelUnitSettingsAngle::CUnitAngleComboBox angleBox;
+    angle.InitializeUnitAngleComboBox(angleBox, nullptr);
+    EXPECT_EQ(angleBox.GetCurrentSelection(), 14);
+}
+
 TEST_F(UnitBoxes, SavingWritesTheProfileAndTheSharedObject)
 {
     CZelUnitSettingsAngle::CUnitAngleComboBox box;

@@ -1,0 +1,3 @@
+#include <Zel260/controls/CZelEditUndoRedoItem.h>
+
+IMPLEMENT_DYNCREATE(CZelEditUndoRedoItem, CObject)

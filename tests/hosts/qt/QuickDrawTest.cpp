@@ -1,0 +1,171 @@
+// The double buffer and the device helpers on real Qt devices.
+#include <Zel260/graphics/CZelCDCHelper.h>
+#include <Zel260/graphics/qt/CZelQuickDraw.h>
+#include <Zel260/hosts/qt/CZelView.h>
+#include <Zel260/platform/qt/CQtDC.h>
+#include <Zel260/platform/qt/QtWindowBackend.h>
+
+#include <QApplication>
+#include <QPainter>
+#include <QPrinter>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "TestSupport.h"
+
+namespace {
+
+class Red : public QWidget {
+public:
+    void paintEvent(QPaintEvent*) override
+    {
+        ++paints;
+        QPainter(this).fillRect(QRect(10, 10, 10, 10), Qt::red);
+    }
+    int paints = 0;
+};
+
+class DrawView : public CZelView {
+public:
+    void OnDraw(CDC* dc) override
+    {
+        ++draws;
+        dc->FillSolidRect(RECT{0, 0, 4, 4}, RGB(0, 0, 255));
+    }
+    int draws = 0;
+};
+
+COLORREF pixel(CDC* dc, int x, int y) { return dc->GetPixel(x, y); }
+
+} // namespace
+
+TEST(QuickDraw, PaintsIntoTheBufferBeforeTheScreen)
+{
+    Red w;
+    w.resize(60, 40);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    CZelQuickDraw quick;
+    ASSERT_EQ(quick.Install(CWnd::FromHandle(ZelHwndFromWidget(&w))), 1);
+    EXPECT_EQ(quick.Install(CWnd::FromHandle(ZelHwndFromWidget(&w))), 0) << "one window per buffer";
+    quick.SetCustomBkColor(RGB(0, 200, 0));
+    quick.SetExcludeFromTop(3);
+    w.repaint();
+    QTest::qWait(30);
+    EXPECT_EQ(quick.GetPaintCount(), 1);
+    CDC* mem = quick.GetCompDC(nullptr);
+    ASSERT_NE(mem, nullptr);
+    EXPECT_EQ(pixel(mem, 15, 15), RGB(255, 0, 0)) << "the window's own painting";
+    EXPECT_EQ(pixel(mem, 30, 30), RGB(0, 200, 0)) << "the background";
+    EXPECT_NE(pixel(mem, 30, 1), RGB(0, 200, 0)) << "the excluded rows stay unfilled";
+
+    // The same size keeps the buffer; a new size makes a new one at the next paint.
+    quick.SetSize(SIZE{60, 40});
+    EXPECT_EQ(quick.GetCompDC(nullptr), mem);
+    quick.SetSize(SIZE{-1, 5});
+    EXPECT_EQ(quick.GetSize().cx, 60) << "negative sizes are refused";
+}
+
+TEST(QuickDraw, AStopDrawsNothingUntilContinued)
+{
+    Red w;
+    w.resize(40, 40);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    CZelQuickDraw quick;
+    quick.Install(CWnd::FromHandle(ZelHwndFromWidget(&w)));
+    const int before = w.paints;
+    quick.StopWindowUpdate();
+    w.repaint();
+    EXPECT_EQ(w.paints, before);
+    EXPECT_EQ(quick.GetSkippedPaintCount(), 1);
+    EXPECT_EQ(quick.GetPaintCount(), 0);
+    quick.ContinueWindowUpdate(TRUE);
+    QTest::qWait(30);
+    EXPECT_GT(quick.GetPaintCount(), 0);
+    EXPECT_GT(w.paints, before);
+}
+
+TEST(QuickDraw, WhiteTakesThePatBltRouteWithTheSameResult)
+{
+    QWidget w;
+    w.resize(20, 20);
+    CZelQuickDraw quick;
+    quick.Install(CWnd::FromHandle(ZelHwndFromWidget(&w)));
+    quick.SetCustomBkColor(0xFFFFFF);
+    ASSERT_EQ(quick.EraseBkgnd(nullptr), 1);
+    EXPECT_EQ(pixel(quick.GetCompDC(nullptr), 5, 5), RGB(255, 255, 255));
+    quick.SetCustomBkColor(0xFEFEFE);
+    quick.EraseBkgnd(nullptr);
+    EXPECT_EQ(pixel(quick.GetCompDC(nullptr), 5, 5), RGB(254, 254, 254));
+}
+
+TEST(QuickDraw, ViewsDrawThroughOnDraw)
+{
+    DrawView v;
+    v.resize(30, 30);
+    v.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&v));
+    CZelQuickDraw quick;
+    quick.Install(&v);
+    v.repaint();
+    EXPECT_GE(v.draws, 1);
+    EXPECT_EQ(pixel(quick.GetCompDC(nullptr), 1, 1), RGB(0, 0, 255));
+}
+
+TEST(CDCHelper, RubberBandTwiceRestoresThePicture)
+{
+    QImage image(40, 30, QImage::Format_RGB32);
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 40; ++x)
+            image.setPixel(x, y, qRgb(x * 6, y * 8, (x * y) % 256));
+    const QImage original = image.copy();
+    {
+        CQtDC dc(&image);
+        CZelCDCHelper::DrawRubberBand(&dc, CRect(30, 25, 5, 4)); // inverted on purpose
+    }
+    EXPECT_NE(image, original);
+    EXPECT_EQ(image.pixel(20, 15), original.pixel(20, 15)) << "only the outline changes";
+    EXPECT_EQ(image.pixel(15, 4), original.pixel(15, 4) ^ 0x00FFFFFF);
+    {
+        CQtDC dc(&image);
+        CZelCDCHelper::DrawRubberBand(&dc, CRect(5, 4, 30, 25));
+        CZelCDCHelper::DrawRubberBand(&dc, CRect(5, 5, 5, 20)); // empty: nothing
+    }
+    EXPECT_EQ(image, original);
+}
+
+TEST(CDCHelper, ClipRectangleAndPrintArea)
+{
+    QImage image(50, 50, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+        CQtDC dc(&image);
+        const CRect before = CZelCDCHelper::SelectClipRect(&dc, CRect(10, 10, 20, 20));
+        EXPECT_EQ(before, CRect(0, 0, 50, 50));
+        dc.FillSolidRect(RECT{0, 0, 50, 50}, RGB(0, 0, 0));
+    }
+    EXPECT_EQ(image.pixelColor(15, 15), QColor(Qt::black));
+    EXPECT_EQ(image.pixelColor(25, 25), QColor(Qt::white)) << "outside the clip";
+
+    zeltest::TempDir dir;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(dir.file("page.pdf")));
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
+    CQtDC dc(&printer);
+    const double w = 210 / 25.4, h = 297 / 25.4;
+    const int width = dc.GetDeviceCaps(HORZRES);
+    const int height = dc.GetDeviceCaps(VERTRES);
+    // Margins inside the unprintable border: the whole printable area.
+    const CRect all = CZelCDCHelper::CalculatePrintArea(&dc, w, h, CRect(100, 100, 100, 100), 1);
+    EXPECT_EQ(all, CRect(0, 0, width, height));
+    // 3 cm margins reach 2 cm beyond the 1 cm border.
+    const CRect inner = CZelCDCHelper::CalculatePrintArea(&dc, w, h, CRect(3000, 3000, 3000, 3000), 1);
+    const int dpi = dc.GetDeviceCaps(LOGPIXELSX);
+    // Within a tenth of a millimetre or so: the device rounds its printable area.
+    EXPECT_NEAR(inner.left, 20 / 25.4 * dpi, dpi / 100.0);
+    EXPECT_NEAR(width - inner.right, 20 / 25.4 * dpi, dpi / 100.0);
+    EXPECT_NEAR(inner.top, 20 / 25.4 * dpi, dpi / 100.0);
+}
