@@ -365,6 +365,31 @@ void BM_Peer_strftime(benchmark::State& state)
 }
 BENCHMARK(BM_Peer_strftime);
 
+// A template with the locale's AM/PM marker, which strftime itself writes.
+void BM_CZelTimeFormat_AmPm(benchmark::State& state)
+{
+    CZelTime::StoreCurrentTimeFormat(2);
+    const CZelTime t(2007, 3, 2, 13, 45, 10, -1);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(t.Format(0));
+    CZelTime::StoreCurrentTimeFormat(17);
+}
+BENCHMARK(BM_CZelTimeFormat_AmPm);
+
+void BM_Peer_strftime_AmPm(benchmark::State& state)
+{
+    const CZelTime t(2007, 3, 2, 13, 45, 10, -1);
+    const time_t secs = t.GetTime();
+    for (auto _ : state) {
+        struct tm tm;
+        char buf[128];
+        localtime_r(&secs, &tm);
+        benchmark::DoNotOptimize(strftime(buf, sizeof buf, "%m/%d/%Y %-I:%M:%S %p", &tm));
+        benchmark::DoNotOptimize(buf);
+    }
+}
+BENCHMARK(BM_Peer_strftime_AmPm);
+
 } // namespace
 
 // The date tables are built before any run, so that no benchmark pays for them.
