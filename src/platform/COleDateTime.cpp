@@ -7,8 +7,7 @@ namespace {
 
 constexpr double HalfSecond = 0.5 / 86400.0;
 constexpr long long DaysTo1970 = 25569; // 1899-12-30 to 1970-01-01
-
-bool inRange(double dt) { return dt >= COleDateTime::MinDateValue && dt <= COleDateTime::MaxDateValue; }
+constexpr int LastDay = 2958465;        // 9999-12-31
 
 // Days since 1970-01-01 of a proleptic Gregorian date.
 long long daysFromCivil(long long y, unsigned m, unsigned d)
@@ -19,19 +18,6 @@ long long daysFromCivil(long long y, unsigned m, unsigned d)
     const unsigned doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
     const unsigned doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
     return era * 146097 + static_cast<long long>(doe) - 719468;
-}
-
-void civilFromDays(long long z, int& y, int& m, int& d)
-{
-    z += 719468;
-    const long long era = (z >= 0 ? z : z - 146096) / 146097;
-    const unsigned doe = static_cast<unsigned>(z - era * 146097);
-    const unsigned yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-    const unsigned doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-    const unsigned mp = (5 * doy + 2) / 153;
-    d = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
-    m = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
-    y = static_cast<int>(yoe + era * 400 + (m <= 2));
 }
 
 bool isLeap(int y) { return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0; }
@@ -51,6 +37,10 @@ double toLinear(double dt)
     const double day = std::trunc(dt);
     return day + (day - dt);
 }
+
+// The range is a stretch of the time line: before 1899-12-30 a time of day makes the
+// value more negative, but not earlier.
+bool inRange(double dt) { return toLinear(dt) >= COleDateTime::MinDateValue && dt <= COleDateTime::MaxDateValue; }
 
 double fromLinear(double lin)
 {
@@ -101,29 +91,61 @@ int COleDateTime::SetDateTime(int year, int month, int day, int hour, int minute
     return 0;
 }
 
-bool COleDateTime::GetAsTm(struct tm& out) const noexcept
+bool COleDateTime::GetAsFields(int& year, int& month, int& day, int& hour, int& minute, int& second) const noexcept
 {
     if (m_status != valid || !inRange(m_dt))
         return false;
-    const double rounded = m_dt + (m_dt > 0.0 ? HalfSecond : -HalfSecond);
-    const double day = std::trunc(rounded);
-    const double time = std::fabs(rounded - day);
-    const long long days = static_cast<long long>(day);
-    int y, m, d;
-    civilFromDays(days - DaysTo1970, y, m, d);
-    long secs = static_cast<long>(std::floor(time * 86400.0));
+    // Rounded to the second on the time line, so that a clock that rounds up to
+    // midnight moves to the next day on either side of 1899-12-30. Within the range
+    // every value below fits 32 bits and is exact, so truncation is a plain
+    // conversion, and the day count from 0000-03-01 is positive, so the calendar
+    // needs only unsigned divisions (no library call, no sign fix-ups).
+    const double rounded = toLinear(m_dt) + HalfSecond;
+    int dayNumber = static_cast<int>(rounded);
+    if (static_cast<double>(dayNumber) > rounded)
+        --dayNumber;
+    const double wholeDay = static_cast<double>(dayNumber);
+    const double time = rounded - wholeDay;
+    int secs = static_cast<int>(time * 86400.0);
     if (secs > 86399)
         secs = 86399;
+    // The range's last second does not round into a year the range doesn't have.
+    if (dayNumber > LastDay) {
+        dayNumber = LastDay;
+        secs = 86399;
+    }
+    const auto z = static_cast<unsigned>(dayNumber - static_cast<int>(DaysTo1970) + 719468);
+    const unsigned era = z / 146097;
+    const unsigned doe = z - era * 146097;
+    const unsigned yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+    const unsigned doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+    const unsigned mp = (5 * doy + 2) / 153;
+    day = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
+    month = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
+    year = static_cast<int>(yoe + era * 400 + (month <= 2));
+    const auto t = static_cast<unsigned>(secs);
+    hour = static_cast<int>(t / 3600);
+    minute = static_cast<int>(t / 60 % 60);
+    second = static_cast<int>(t % 60);
+    return true;
+}
+
+bool COleDateTime::GetAsTm(struct tm& out) const noexcept
+{
+    int y, m, d, hour, minute, second;
+    if (!GetAsFields(y, m, d, hour, minute, second))
+        return false;
+    const long long days = daysFromCivil(y, static_cast<unsigned>(m), static_cast<unsigned>(d));
     out = tm{};
     out.tm_year = y - 1900;
     out.tm_mon = m - 1;
     out.tm_mday = d;
-    out.tm_hour = static_cast<int>(secs / 3600);
-    out.tm_min = static_cast<int>(secs / 60 % 60);
-    out.tm_sec = static_cast<int>(secs % 60);
-    const long long dow = (days - DaysTo1970 + 4) % 7; // 1970-01-01 was a Thursday
+    out.tm_hour = hour;
+    out.tm_min = minute;
+    out.tm_sec = second;
+    const long long dow = (days + 4) % 7; // 1970-01-01 was a Thursday
     out.tm_wday = static_cast<int>(dow < 0 ? dow + 7 : dow);
-    out.tm_yday = static_cast<int>(days - DaysTo1970 - daysFromCivil(y, 1, 1));
+    out.tm_yday = static_cast<int>(days - daysFromCivil(y, 1, 1));
     out.tm_isdst = 0;
     return true;
 }

@@ -2,6 +2,7 @@
 #include <Zel260/platform/CAtlException.h>
 
 #include <cstring>
+#include <langinfo.h>
 #include <string>
 
 namespace {
@@ -110,10 +111,92 @@ int CTime::GetDayOfWeek() const noexcept
     return GetLocalTm(&tm) ? tm.tm_wday + 1 : 0;
 }
 
+namespace {
+
+// The numeric conversions of strftime written directly: the library formats its times
+// by templates made of these alone more than by anything else, and strftime spends
+// most of its time on the generality of the rest. Returns false, having written
+// nothing that counts, for anything it doesn't cover exactly as strftime does (other
+// conversions, flags and widths, fields out of their usual ranges, text that doesn't
+// fit); the caller then runs strftime.
+bool formatNumeric(char* buffer, size_t size, const char* format, const struct tm& tm, size_t& length)
+{
+    size_t n = 0;
+    auto put = [&](char c) {
+        if (n + 1 >= size)
+            return false;
+        buffer[n++] = c;
+        return true;
+    };
+    for (const char* p = format; *p; ++p) {
+        if (*p != '%') {
+            if (!put(*p))
+                return false;
+            continue;
+        }
+        ++p;
+        const bool noPad = *p == '#';
+        if (noPad)
+            ++p;
+        int v;
+        switch (*p) {
+        case '%':
+            if (noPad || !put('%'))
+                return false;
+            continue;
+        case 'd': v = tm.tm_mday; break;
+        case 'm': v = tm.tm_mon + 1; break;
+        case 'y': v = tm.tm_year % 100; break;
+        case 'H': v = tm.tm_hour; break;
+        case 'I': v = tm.tm_hour % 12 == 0 ? 12 : tm.tm_hour % 12; break;
+        case 'M': v = tm.tm_min; break;
+        case 'S': v = tm.tm_sec; break;
+        case 'Y': {
+            const int year = tm.tm_year + 1900;
+            if (noPad || year < 1000 || year > 9999)
+                return false;
+            if (!put(static_cast<char>('0' + year / 1000)) || !put(static_cast<char>('0' + year / 100 % 10)) ||
+                !put(static_cast<char>('0' + year / 10 % 10)) || !put(static_cast<char>('0' + year % 10)))
+                return false;
+            continue;
+        }
+        // The locale's own texts, which strftime takes from the same place; a "#"
+        // means nothing to them.
+        case 'p':
+        case 'b': {
+            if (*p == 'b' && (tm.tm_mon < 0 || tm.tm_mon > 11))
+                return false;
+            const char* text = *p == 'p' ? nl_langinfo(tm.tm_hour > 11 ? PM_STR : AM_STR)
+                                         : nl_langinfo(static_cast<nl_item>(ABMON_1 + tm.tm_mon));
+            for (; *text; ++text)
+                if (!put(*text))
+                    return false;
+            continue;
+        }
+        default: return false;
+        }
+        if (v < 0 || v > 99 || tm.tm_year < 0 || tm.tm_hour < 0 || tm.tm_hour > 23)
+            return false;
+        if ((v >= 10 || !noPad) && !put(static_cast<char>('0' + v / 10)))
+            return false;
+        if (!put(static_cast<char>('0' + v % 10)))
+            return false;
+    }
+    buffer[n] = '\0';
+    length = n;
+    return true;
+}
+
+} // namespace
+
 size_t CTime::FormatTm(char* buffer, size_t size, const char* format, const struct tm& tm)
 {
     if (!buffer || size == 0 || !format)
         return 0;
+    buffer[0] = '\0';
+    size_t length;
+    if (formatNumeric(buffer, size, format, tm, length))
+        return length;
     buffer[0] = '\0';
     if (!std::strchr(format, '#'))
         return strftime(buffer, size, format, &tm);

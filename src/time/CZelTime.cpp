@@ -211,34 +211,65 @@ int CZelTime::GetGpsTime(int& week, double& seconds) const
 
 double CZelTime::GpsTime(int week, double seconds) { return week * 7.0 + 44244.0 + seconds / 86400.0; }
 
+namespace {
+
+// The MJD of the calendar formula: the day number as a 32-bit unsigned count (a date
+// before the MJD epoch wraps to a large positive number) and the day fraction.
+inline double mjdOfDate(int year, int month, int day, int hour, int minute, double second, std::uint32_t& dayNumber,
+                        double& dayFraction)
+{
+    // Whole hours, minutes and seconds take their terms from the tables, bit for bit
+    // the quotients of the formula.
+    const bool tabled = static_cast<unsigned>(hour) < 24u && static_cast<unsigned>(minute) < 60u && second >= 0.0 &&
+                        second < 60.0 && second == static_cast<double>(static_cast<int>(second));
+    dayFraction = tabled ? zeltime::HourTerms.v[hour] + zeltime::MinuteTerms.v[minute] +
+                               zeltime::SecondTerms.v[static_cast<int>(second)]
+                         : hour / 24.0 + (minute / 24.0) / 60.0 + (second / 24.0) / 3600.0;
+    if (month >= 1 && month <= 12 && year >= 1 && year < 1000000) {
+        // trunc(y * 365.25) is 1461 * y / 4, y is not negative after the month
+        // shift, and a sum that ends in 32 unsigned bits may as well be taken in
+        // them: unsigned divisions without sign corrections.
+        unsigned y = static_cast<unsigned>(year);
+        unsigned m = static_cast<unsigned>(month);
+        if (m < 3) {
+            y -= 1;
+            m += 12;
+        }
+        const unsigned a = y / 100;
+        dayNumber = 1461 * y / 4 + static_cast<unsigned>(zeltime::MonthStart[m + 1]) + a / 4 - a +
+                    static_cast<std::uint32_t>(day) - 679004u;
+    } else {
+        long long y = year;
+        long long m = month;
+        if (m < 3) {
+            y -= 1;
+            m += 12;
+        }
+        const long long a = y / 100;
+        const long long days = static_cast<long long>(std::trunc(static_cast<double>(y) * 365.25)) +
+                               static_cast<long long>(std::trunc(30.6001 * static_cast<double>(m + 1))) + a / 4 - a +
+                               day - 679004;
+        dayNumber = static_cast<std::uint32_t>(days);
+    }
+    return static_cast<double>(dayNumber) + dayFraction;
+}
+
+} // namespace
+
 double CZelTime::Mjd(int year, int month, int day, int hour, int minute, double second)
 {
-    unsigned long dayNumber;
+    std::uint32_t dayNumber;
     double dayFraction;
-    return Mjd(year, month, day, hour, minute, second, dayNumber, dayFraction);
+    return mjdOfDate(year, month, day, hour, minute, second, dayNumber, dayFraction);
 }
 
 double CZelTime::Mjd(int year, int month, int day, int hour, int minute, double second, unsigned long& dayNumber,
                      double& dayFraction)
 {
-    // Midnight needs none of the divisions, and gives the same +0.0 they would.
-    dayFraction = hour == 0 && minute == 0 && second == 0.0
-                      ? 0.0
-                      : hour / 24.0 + (minute / 24.0) / 60.0 + (second / 24.0) / 3600.0;
-    long long y = year;
-    long long m = month;
-    if (m < 3) {
-        y -= 1;
-        m += 12;
-    }
-    const long long a = y / 100;
-    const long long days = static_cast<long long>(std::trunc(y * 365.25)) +
-                           static_cast<long long>(std::trunc(30.6001 * static_cast<double>(m + 1))) + a / 4 - a +
-                           day - 679004;
-    // The day number is a 32-bit unsigned count: a date before the MJD epoch wraps
-    // to a large positive number, and the result takes that reading.
-    dayNumber = static_cast<std::uint32_t>(days);
-    return static_cast<double>(dayNumber) + dayFraction;
+    std::uint32_t number;
+    const double value = mjdOfDate(year, month, day, hour, minute, second, number, dayFraction);
+    dayNumber = number;
+    return value;
 }
 
 namespace {

@@ -27,24 +27,6 @@ namespace {
 const char* LeapSecondsSection() { return CZelProfileEntries::LeapSecondsSection(); }
 const char* LeapSecondsEntry() { return CZelProfileEntries::LeapSecondsEntry(); }
 
-// The MJD of clock fields; the division by 24 comes first in each term so that the
-// sums come out bit for bit as they always have.
-double mjdOfFields(const Fields& f, bool withFraction)
-{
-    double dayValue = f.day + f.hour / 24.0 + f.minute / 24.0 / 60.0 + f.second / 24.0 / 3600.0;
-    if (withFraction)
-        dayValue += f.frac / 24.0 / 3600.0;
-    long year = f.year;
-    long month = f.month;
-    if (month < 3) {
-        year -= 1;
-        month += 12;
-    }
-    const long a = year / 100;
-    return zeltime::FastFloor(365.25 * year) + zeltime::FastTrunc(30.6001 * (month + 1)) + static_cast<double>(2 - a + a / 4) -
-           679006 + dayValue;
-}
-
 struct BuiltInLeapSecond {
     double mjd;
     int count;
@@ -141,20 +123,56 @@ bool tmOf(const COleDateTime& t, struct tm& tm) { return t.GetAsTm(tm); }
 
 } // namespace
 
+namespace {
+
+// Whether rounding by `flag` leaves the clock (all that a template shows) as it is:
+// then the text comes from the time itself, without a rounded copy.
+bool roundingKeepsClock(const CZelTime& time, int flag)
+{
+    const int n = flag & ~128;
+    const double frac = time.GetFracSecond();
+    switch (n) {
+    case CZelTimeHelper::eRoundMinute:
+    case CZelTimeHelper::eRoundHour: return false;
+    case CZelTimeHelper::eRoundSecond: return !(frac >= 0.5);
+    // These carry only from a fraction that rounds to a whole second.
+    case CZelTimeHelper::eRoundMillisecond:
+    case CZelTimeHelper::eRoundTenth:
+    case CZelTimeHelper::eRoundHundredth: return frac < 0.9;
+    default: return true;
+    }
+}
+
+// Without a fraction only minutes and hours move the clock.
+template <class T>
+bool roundingKeepsClock(const T&, int flag)
+{
+    const int n = flag & ~128;
+    return n != CZelTimeHelper::eRoundMinute && n != CZelTimeHelper::eRoundHour;
+}
+
+} // namespace
+
 template <class T>
 CString FormatRounded(const T& time, const char* format, int flag, size_t bufferSize)
 {
     if (!format || !*format)
         return CString();
-    T copy(time);
-    CZelTimeHelper::RoundInPlace(copy, static_cast<CZelTimeHelper::eRoundFlag>(flag));
     struct tm tm;
-    if (!tmOf(copy, tm))
-        return CString();
+    if (roundingKeepsClock(time, flag)) {
+        if (!tmOf(time, tm))
+            return CString();
+    } else {
+        T copy(time);
+        CZelTimeHelper::RoundInPlace(copy, static_cast<CZelTimeHelper::eRoundFlag>(flag));
+        if (!tmOf(copy, tm))
+            return CString();
+    }
     if (!(flag & 128)) {
         char small[256];
         const size_t size = bufferSize < sizeof small ? bufferSize : sizeof small;
-        return CTime::FormatTm(small, size, format, tm) ? CString(small) : CString();
+        const size_t length = CTime::FormatTm(small, size, format, tm);
+        return length ? CString(std::string_view(small, length)) : CString();
     }
     CString templ(format);
     bool cut = false;
@@ -296,19 +314,19 @@ IMPLEMENT_DYNAMIC(CZelTimeHelper, CObject)
 double CZelTimeHelper::GetMjd(const CZelTime& time)
 {
     const Fields f = FieldsOf(time);
-    return f.ok ? mjdOfFields(f, true) : 0.0;
+    return f.ok ? zeltime::MjdOfFields(f, true) : 0.0;
 }
 
 double CZelTimeHelper::GetMjd(const CTime& time)
 {
     const Fields f = FieldsOf(time);
-    return f.ok ? mjdOfFields(f, false) : 0.0;
+    return f.ok ? zeltime::MjdOfFields(f, false) : 0.0;
 }
 
 double CZelTimeHelper::GetMjd(const COleDateTime& time)
 {
     const Fields f = FieldsOf(time);
-    return f.ok ? mjdOfFields(f, false) : 0.0;
+    return f.ok ? zeltime::MjdOfFields(f, false) : 0.0;
 }
 
 void CZelTimeHelper::Mjd2Ymd(const double& mjd, long& year, long& month, long& day, long& hour, long& minute,

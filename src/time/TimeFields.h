@@ -6,7 +6,12 @@
 #include <Zel260/time/CZelTime.h>
 
 #include <cmath>
+#include <cstdint>
 #include <ctime>
+
+// Private to each binary: calls stay direct instead of going through the exported
+// symbol table of the shared library.
+#pragma GCC visibility push(hidden)
 
 namespace zeltime {
 
@@ -44,8 +49,18 @@ inline Fields FieldsOf(const CZelTime& t)
 
 inline Fields FieldsOf(const COleDateTime& t)
 {
-    struct tm tm;
-    return t.GetAsTm(tm) ? FromTm(tm) : Fields{};
+    int y, mo, d, h, mi, s;
+    Fields f;
+    if (!t.GetAsFields(y, mo, d, h, mi, s))
+        return f;
+    f.year = y;
+    f.month = mo;
+    f.day = d;
+    f.hour = h;
+    f.minute = mi;
+    f.second = s;
+    f.ok = true;
+    return f;
 }
 
 // A double truncated into a long, clamped where it wouldn't fit.
@@ -125,6 +140,106 @@ inline void Mjd2YmdDouble(double mjd, long& year, long& month, long& day, long& 
     SplitDays(dayValue, day, hour, minute, second, fracSecond);
 }
 
+// trunc(30.6001 * k) as the double product gives it, for the k that the month shift
+// of the calendar formulas produces (the month plus one, 0..15).
+constexpr int MonthStartCount = 16;
+constexpr int MonthStartOf(int k) { return static_cast<int>(30.6001 * k); }
+constexpr int MonthStart[MonthStartCount] = {
+    MonthStartOf(0),  MonthStartOf(1),  MonthStartOf(2),  MonthStartOf(3),  MonthStartOf(4),  MonthStartOf(5),
+    MonthStartOf(6),  MonthStartOf(7),  MonthStartOf(8),  MonthStartOf(9),  MonthStartOf(10), MonthStartOf(11),
+    MonthStartOf(12), MonthStartOf(13), MonthStartOf(14), MonthStartOf(15),
+};
+
+// The clock terms of a day fraction, each divided exactly as the formula writes it
+// (by 24 first), looked up instead of divided: a division costs more than the rest
+// of the date arithmetic together. Both the compiler's folding and the processor
+// round these quotients correctly, so the table holds the very same bits.
+template <int N, class F>
+struct ClockTable {
+    double v[N];
+    constexpr explicit ClockTable(F f) : v{}
+    {
+        for (int i = 0; i < N; ++i)
+            v[i] = f(i);
+    }
+};
+
+constexpr auto HourTermOf = [](int h) { return h / 24.0; };
+constexpr auto MinuteTermOf = [](int m) { return m / 24.0 / 60.0; };
+constexpr auto SecondTermOf = [](int s) { return s / 24.0 / 3600.0; };
+inline constexpr ClockTable<24, decltype(HourTermOf)> HourTerms{HourTermOf};
+inline constexpr ClockTable<60, decltype(MinuteTermOf)> MinuteTerms{MinuteTermOf};
+// 60 for the leap second that a broken-down time may carry.
+inline constexpr ClockTable<61, decltype(SecondTermOf)> SecondTerms{SecondTermOf};
+
+inline double HourTerm(long h) { return h >= 0 && h < 24 ? HourTerms.v[h] : h / 24.0; }
+inline double MinuteTerm(long m) { return m >= 0 && m < 60 ? MinuteTerms.v[m] : m / 24.0 / 60.0; }
+inline double SecondTerm(long s) { return s >= 0 && s <= 60 ? SecondTerms.v[s] : s / 24.0 / 3600.0; }
+
+// The MJD of clock fields, step by step in double as the formula stands:
+// day + hour / 24 + minute / 24 / 60 + second / 24 / 3600 (+ fraction / 24 / 3600),
+// then the calendar part with the month shift.
+inline double MjdOfFieldsDouble(const Fields& f, bool withFraction)
+{
+    double dayValue = f.day + f.hour / 24.0 + f.minute / 24.0 / 60.0 + f.second / 24.0 / 3600.0;
+    if (withFraction)
+        dayValue += f.frac / 24.0 / 3600.0;
+    long year = f.year;
+    long month = f.month;
+    if (month < 3) {
+        year -= 1;
+        month += 12;
+    }
+    const long a = year / 100;
+    return FastFloor(365.25 * year) + FastTrunc(30.6001 * (month + 1)) + static_cast<double>(2 - a + a / 4) - 679006 +
+           dayValue;
+}
+
+// The same, with the calendar part in integers: every partial sum of the formula is a
+// whole number far below 2^53 and so exact, and floor(365.25 * y) is 1461 * y / 4
+// rounded down. Only the day fraction needs floating point, and its terms come from
+// the tables.
+inline double MjdOfFields(const Fields& f, bool withFraction)
+{
+    if (f.month < 1 || f.month > 12 || f.year < -1000000 || f.year > 1000000)
+        return MjdOfFieldsDouble(f, withFraction);
+    double dayValue = f.day + HourTerm(f.hour) + MinuteTerm(f.minute) + SecondTerm(f.second);
+    // A fraction of zero adds +0.0 or -0.0, neither of which changes a sum of at
+    // least one day.
+    if (withFraction && f.frac != 0.0)
+        dayValue += f.frac / 24.0 / 3600.0;
+    int year = static_cast<int>(f.year);
+    int month = static_cast<int>(f.month);
+    if (month < 3) {
+        year -= 1;
+        month += 12;
+    }
+    const int a = year / 100;
+    const int days = ((1461 * year) >> 2) + MonthStart[month + 1] + (2 - a + a / 4) - 679006;
+    return static_cast<double>(days) + dayValue;
+}
+
+// The date part of Mjd2YmdSplit for a day number j in 1867217..100000000: the
+// quotients (j - 1867216.25) / 36524.25 = (4j - 7468865) / 146097,
+// (b - 122.1) / 365.25 = (20b - 2442) / 7305 and d / 30.6001 = 10000d / 306001 are
+// all positive there and fit 32 unsigned bits, the cheapest division there is.
+inline void DateOfDayNumber32(std::uint32_t jj, long& year, long& month, double& dayOfMonth)
+{
+    const std::uint32_t a = (4 * jj - 7468865) / 146097;
+    const std::uint32_t b = jj - 1720995 + 1 + a - a / 4;
+    const std::uint32_t c = (20 * b - 2442) / 7305;
+    const std::uint32_t d = b - (1461 * c) / 4;
+    const std::uint32_t e = 10000 * d / 306001;
+    dayOfMonth = e < MonthStartCount ? static_cast<double>(static_cast<int>(d) - MonthStart[e])
+                                     : static_cast<double>(d) - FastTrunc(30.6001 * static_cast<double>(e));
+    year = static_cast<long>(c);
+    month = static_cast<long>(e) - 1;
+    if (month > 12)
+        month = static_cast<long>(e) - 13;
+    if (month < 3)
+        year += 1;
+}
+
 // The same with the quotients of whole numbers taken in integers, which is what
 // the double steps compute exactly while the day number stays far below 2^40:
 // (j - 1867216.25) / 36524.25 is (4j - 7468865) / 146097, (b - 122.1) / 365.25
@@ -134,35 +249,76 @@ inline void Mjd2YmdDouble(double mjd, long& year, long& month, long& day, long& 
 inline void Mjd2YmdSplit(double mjd, long& year, long& month, long& day, long& hour, long& minute, long& second,
                          double& fracSecond)
 {
-    double whole;
-    const double frac = FastModf(mjd, &whole);
-    const double j = mjd + 1.0 - frac + 2400000.0;
-    if (!(std::fabs(mjd) < 1e8) || j != FastTrunc(j)) {
+    if (!(std::fabs(mjd) < 1e8)) {
         Mjd2YmdDouble(mjd, year, month, day, hour, minute, second, fracSecond);
         return;
     }
-    const long long jj = static_cast<long long>(j);
-    const long long a = (4 * jj - 7468865) / 146097;
-    const long long b = jj - 1720995 + 1 + a - a / 4;
-    const long long c = (20 * b - 2442) / 7305;
-    const long long q = 1461 * c;
-    const long long d = b - (q >= 0 ? q / 4 : -((-q + 3) / 4));
-    const long long e = 10000 * d / 306001;
-    const double dayOfMonth = static_cast<double>(d) - FastTrunc(30.6001 * static_cast<double>(e));
-    year = static_cast<long>(c);
-    month = static_cast<long>(e) - 1;
-    if (month > 12)
-        month = static_cast<long>(e) - 13;
-    if (month < 3)
-        year += 1;
-    if (frac == 0.0 && dayOfMonth > 0.0) {
+    // Below 1e8 the whole part fits an integer and the difference is exact; its sign
+    // only matters where it is zero, and there no step below reads it.
+    const long long whole = static_cast<long long>(mjd);
+    const double frac = mjd - static_cast<double>(whole);
+    // The day number is the whole part moved by 2400001 wherever the sum of the
+    // formula comes out exact; the check stands off the path of the result, and
+    // anything it rejects goes the double way.
+    const long long jj = whole + 2400001;
+    const double j = mjd + 1.0 - frac + 2400000.0;
+    if (static_cast<double>(jj) != j) {
+        Mjd2YmdDouble(mjd, year, month, day, hour, minute, second, fracSecond);
+        return;
+    }
+    double dayOfMonth;
+    if (jj >= 1867217 && jj <= 100000000) {
+        DateOfDayNumber32(static_cast<std::uint32_t>(jj), year, month, dayOfMonth);
+    } else {
+        const long long a = (4 * jj - 7468865) / 146097;
+        const long long b = jj - 1720995 + 1 + a - a / 4;
+        const long long c = (20 * b - 2442) / 7305;
+        const long long q = 1461 * c;
+        const long long d = b - (q >= 0 ? q / 4 : -((-q + 3) / 4));
+        const long long e = 10000 * d / 306001;
+        dayOfMonth = static_cast<double>(d) - FastTrunc(30.6001 * static_cast<double>(e));
+        year = static_cast<long>(c);
+        month = static_cast<long>(e) - 1;
+        if (month > 12)
+            month = static_cast<long>(e) - 13;
+        if (month < 3)
+            year += 1;
+    }
+    if (dayOfMonth <= 0.0) {
+        SplitDays(dayOfMonth + frac, day, hour, minute, second, fracSecond);
+        return;
+    }
+    if (frac == 0.0) {
         // A whole day: the split of the clock would give zeros all through.
         day = static_cast<long>(dayOfMonth);
         hour = minute = second = 0;
         fracSecond = 0.0;
         return;
     }
-    SplitDays(dayOfMonth + frac, day, hour, minute, second, fracSecond);
+    // SplitDays for a positive count of days. dayOfMonth <= days <= dayOfMonth + 1
+    // <= 2 * dayOfMonth, so days - dayOfMonth is exact: the whole day is dayOfMonth,
+    // or the next one where the fraction rounded up to it.
+    const double days = dayOfMonth + frac;
+    if (!(frac > 0.0)) {
+        SplitDays(days, day, hour, minute, second, fracSecond);
+        return;
+    }
+    double dayPart = days - dayOfMonth;
+    long wholeDays = static_cast<long>(dayOfMonth);
+    if (dayPart == 1.0) {
+        wholeDays += 1;
+        dayPart = 0.0;
+    }
+    const double seconds = dayPart * 86400.0;
+    const int wholeSeconds = static_cast<int>(seconds);
+    const auto t = static_cast<unsigned>(wholeSeconds);
+    day = wholeDays;
+    hour = t / 3600;
+    minute = t % 3600 / 60;
+    second = t % 60;
+    fracSecond = seconds - static_cast<double>(wholeSeconds);
 }
 
 } // namespace zeltime
+
+#pragma GCC visibility pop

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cstdlib>
 #include <ctime>
 #include <string>
@@ -123,4 +124,56 @@ TEST(CTimeSpan, FieldsAndFormat)
     EXPECT_EQ(failureOf([&] { s.Format("%Q"); }), E_INVALIDARG);
     EXPECT_EQ(failureOf([&] { s.Format("%#x"); }), E_INVALIDARG);
     EXPECT_EQ(failureOf([&] { s.Format("abc%"); }), E_INVALIDARG);
+}
+
+TEST(CTimeFormatTm, NumericTemplatesGiveExactlyWhatStrftimeGives)
+{
+    // glibc's "%-" is the "%#" of the templates.
+    auto viaStrftime = [](const std::string& format, const struct tm& tm, size_t size) {
+        std::string mapped;
+        for (size_t i = 0; i < format.size(); ++i) {
+            if (format[i] == '%' && i + 1 < format.size() && format[i + 1] == '#') {
+                mapped += "%-";
+                ++i;
+            } else {
+                mapped += format[i];
+            }
+        }
+        std::string out(size, '\0');
+        const size_t n = strftime(out.data(), size, mapped.c_str(), &tm);
+        out.resize(n);
+        return out;
+    };
+    const char* const formats[] = {
+        "%d.%m.%Y %H:%M:%S", "%m/%d/%y %H:%M:%S", "%#d-%#m-%Y %#H:%#M:%#S", "%d/%m/%Y %#I:%M:%S %p",
+        "%#d. %b %y %H:%M:%S", "%I %#I %y %#y", "100%% %H", "%H:%M:%S ", "x", "%Y%m%d%H%M%S", "%",
+        "%#d-%#b-%Y %#I:%M:%S %#p", "%p%b%p",
+    };
+    int failures = 0;
+    struct tm tm {};
+    // The names come from the locale, as strftime takes them.
+    for (const char* locale : {"C", "C.UTF-8"}) {
+        setlocale(LC_TIME, locale);
+        for (int year : {70, 99, 100, 107, 130, 1100, -1, -1900, -901})
+            for (int hour : {0, 1, 9, 11, 12, 13, 23, 24, -1})
+                for (int sec : {0, 7, 59, 60}) {
+                    tm.tm_year = year;
+                    tm.tm_mon = year == -901 ? 12 : ((year + hour) % 12 + 12) % 12;
+                    tm.tm_mday = 1 + (hour + 31) % 31;
+                    tm.tm_hour = hour;
+                    tm.tm_min = (sec * 7) % 60;
+                    tm.tm_sec = sec;
+                    for (const char* f : formats)
+                        for (size_t size : {size_t(128), size_t(19), size_t(20), size_t(1)}) {
+                            char buf[128];
+                            const size_t n = CTime::FormatTm(buf, size, f, tm);
+                            const std::string want = viaStrftime(f, tm, size);
+                            if ((n != want.size() || std::string(buf, n) != want) && ++failures < 10)
+                                ADD_FAILURE() << f << " year " << year << " hour " << hour << " size " << size << ": \""
+                                              << std::string(buf, n) << "\" against \"" << want << "\"";
+                        }
+                }
+    }
+    setlocale(LC_TIME, "C");
+    EXPECT_EQ(failures, 0);
 }

@@ -384,3 +384,33 @@ TEST_F(TimeTest, ScanTimeSteppingRules)
     EXPECT_EQ(code("1/1/1960", "%d/%m/%Y"), E_INVALIDARG);
     EXPECT_EQ(code("01.01.2000", "no fields"), E_FAIL); // a short year 0, but day 0
 }
+
+TEST_F(TimeTest, OleDateTimeFormsKeepTheirOwnBufferAndLimits)
+{
+    // Text between 128 and 255 bytes fits the COleDateTime buffer only, cut or not.
+    const std::string text(150, 'x');
+    const COleDateTime ole(2007, 3, 2, 13, 45, 10);
+    EXPECT_EQ(H::Format(ole, text.c_str(), H::eRoundSecond), CString(text.c_str()));
+    EXPECT_EQ(H::Format(ole, text.c_str(), H::eRoundCut), CString(text.c_str()));
+    EXPECT_EQ(H::Format(CTime(CZelTime(2007, 3, 2, 13, 45, 10, -1).GetTime()), text.c_str(), H::eRoundSecond), "");
+
+    // SetMjd takes both limits of the COleDateTime range and nothing beyond.
+    double lo, hi;
+    H::GetPhysicalRange(H::eRangeOleDateTime, lo, hi);
+    COleDateTime t(2000, 1, 1, 0, 0, 0);
+    H::SetMjd(hi + 1e-6, t);
+    EXPECT_EQ(t.GetYear(), 2000);
+    H::SetMjd(hi, t);
+    EXPECT_EQ(t.GetYear(), 9999);
+    H::SetMjd(lo, t);
+    EXPECT_EQ(t.GetYear(), 100);
+
+    // The control's range as system times: the upper limit stands at midnight.
+    SYSTEMTIME a, b;
+    H::GetPhysicalRange(H::eRangeDateTimeCtrl, a, b);
+    EXPECT_EQ(a.wYear, 1601);
+    EXPECT_EQ(a.wMonth, 1);
+    EXPECT_EQ(b.wYear, 9999);
+    EXPECT_EQ(b.wDay, 31);
+    EXPECT_EQ(b.wHour, 0);
+}

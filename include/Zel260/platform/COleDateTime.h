@@ -47,6 +47,9 @@ public:
     // The broken-down fields (tm_year from 1900, tm_wday, tm_yday filled, no
     // daylight flag); false unless valid.
     bool GetAsTm(struct tm& out) const noexcept;
+    // The same six fields without the day of week and of year, for callers that
+    // only compute with them; false (and nothing written) unless valid.
+    bool GetAsFields(int& year, int& month, int& day, int& hour, int& minute, int& second) const noexcept;
     bool GetAsSystemTime(SYSTEMTIME& out) const noexcept;
 
     // strftime of the fields with the "%#" flag honoured; empty unless valid or when
