@@ -4,6 +4,7 @@
 
 #include "mail/Base64FileReader.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <typeinfo>
@@ -41,7 +42,8 @@ void CZelMailMessageMimeContainer::BoundaryDefault(const char* boundary) { bound
 
 int CZelMailMessageMimeContainer::AddMimePart(CZelMailMessageMimePart* part)
 {
-    if (!part)
+    // Each part is deleted once by the destructor, so it may stand in the list once.
+    if (!part || std::find(m_parts.begin(), m_parts.end(), part) != m_parts.end())
         return 0;
     m_parts.push_back(part);
     return 1;

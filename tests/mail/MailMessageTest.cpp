@@ -328,3 +328,15 @@ TEST(MimeContainer, DerivedFilePartKeepsItsOwnBody)
     EXPECT_NE(body.find("\r\n\r\nstamped\r\n--B\r\n"), std::string::npos) << body;
     EXPECT_NE(body.find("\r\n\r\nTWFu\r\n--B--\r\n"), std::string::npos) << body;
 }
+
+// The container owns its parts and deletes each once: the same part offered twice
+// must be refused, or the destructor would delete it twice.
+TEST(MimeContainer, SamePartTwiceIsRefused)
+{
+    CZelMailMessageMimeContainer mail;
+    auto* text = new CZelMailMessageMimePartText("only once");
+    ASSERT_EQ(mail.AddMimePart(text), 1);
+    EXPECT_EQ(mail.AddMimePart(text), 0);
+    // Still the one-part form.
+    EXPECT_EQ(mail.Body(), "only once");
+}

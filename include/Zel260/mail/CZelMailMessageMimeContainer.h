@@ -24,7 +24,8 @@ public:
     const CString Header() override;
     const CString Body() override;
 
-    // Takes ownership of `part`. Returns 1; 0 for a null part.
+    // Takes ownership of `part`. Returns 1; 0 (ownership stays with the caller) for a
+    // null part or one already in this container.
     int AddMimePart(CZelMailMessageMimePart* part);
 
     const CString& Boundary();
