@@ -17,7 +17,7 @@ thread_local int t_lastError = 0;
 
 std::atomic<DWORD>& timeoutSetting()
 {
-    static std::atomic<DWORD> ms{60000};
+    static std::atomic<DWORD> ms{0};
     return ms;
 }
 

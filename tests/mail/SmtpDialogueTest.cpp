@@ -31,7 +31,7 @@ std::string helo() { return "HELO " + mailtest::hostName() + "\r\n"; }
 class SmtpDialogue : public ::testing::Test {
 protected:
     void SetUp() override { ZelSetSocketTimeout(5000); }
-    void TearDown() override { ZelSetSocketTimeout(60000); }
+    void TearDown() override { ZelSetSocketTimeout(0); }
 };
 
 FixedHeaderMessage simpleMessage(const char* body)

@@ -28,3 +28,5 @@ add_test(NAME zelconv.mail.sends_through_loopback_server
           ${CMAKE_CURRENT_BINARY_DIR}/zelconv-mail-check)
 set_tests_properties(zelconv.mail.sends_through_loopback_server PROPERTIES LABELS "core;tools" TIMEOUT 60
   PASS_REGULAR_EXPRESSION "mail check passed")
+zelconv_test(NAME mail.bad_timeout ARGS mail --server 127.0.0.1 --timeout -1 --from a@b.c --to d@e.f --subject s
+  FAIL EXPECT "--timeout must be")

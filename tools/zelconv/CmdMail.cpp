@@ -1,6 +1,8 @@
 // zelconv mail: builds a message and sends it by SMTP.
 #include "ZelconvCommand.h"
 
+#include <Zel260/platform/Socket.h>
+
 #include <Zel260/mail/CZelMailMessageMimeContainer.h>
 #include <Zel260/mail/CZelMailMessageMimePartBinary.h>
 #include <Zel260/mail/CZelMailMessageMimePartText.h>
@@ -78,6 +80,7 @@ int run(ZelconvArgs& args)
     const auto subject = args.Value("--subject");
     const auto bodyFile = args.Value("--body");
     const auto attachments = args.Values("--attach");
+    const auto timeout = args.Value("--timeout");
     std::string error;
     if (!args.Finish(error))
         return ZelconvUsageError(error);
@@ -98,6 +101,12 @@ int run(ZelconvArgs& args)
             return ZelconvUsageError("--port must be a number from 1 to 65535");
         portNumber = static_cast<unsigned int>(n);
     }
+
+    long timeoutSeconds = 60;
+    if (timeout && (!ZelconvParseInt(*timeout, timeoutSeconds) || timeoutSeconds < 0 || timeoutSeconds > 86400))
+        return ZelconvUsageError("--timeout must be a number of seconds from 0 to 86400");
+    // A command line tool must not hang on a server that accepts and then keeps quiet.
+    ZelSetSocketTimeout(static_cast<DWORD>(timeoutSeconds) * 1000);
 
     std::string body;
     if (bodyFile && !readAll(*bodyFile, body))
@@ -144,11 +153,13 @@ int run(ZelconvArgs& args)
 
 const ZelconvRegistration registration({
     "mail",
-    "mail --server HOST [--port N] --from ADDR --to ADDR[,ADDR] [--cc ADDR] [--bcc ADDR] --subject S "
+    "mail --server HOST [--port N] [--timeout S] --from ADDR --to ADDR[,ADDR] [--cc ADDR] [--bcc ADDR] --subject S "
     "[--body FILE|-] [--attach FILE]...",
     "Builds a mail and sends it by SMTP (HELO, no authentication, no encryption).\n"
     "  --server HOST    SMTP server: host name or dotted IPv4 address\n"
     "  --port N         server port (default 25)\n"
+    "  --timeout S      give up on a server that keeps quiet for S seconds (default 60,\n"
+    "                   0 waits for ever)\n"
     "  --from ADDR      sender, \"Name <user@host>\" or \"user@host\"\n"
     "  --to ADDR        recipients, comma-separated; may be repeated\n"
     "  --cc ADDR        copy recipients, comma-separated; may be repeated\n"

@@ -3,10 +3,10 @@
 // failures are keyed by these numbers, so errno values are mapped onto them here
 // and nowhere else.
 //
-// Unlike a Windows blocking socket, every socket made here has a send and a receive
-// time-out (ZelSocketTimeout, 60 seconds unless changed): a server that accepts a
-// connection and then says nothing must not tie up the calling thread for ever. A
-// time-out fails the call with WSAETIMEDOUT. Sends never raise SIGPIPE: a send to a
+// Like a Windows blocking socket, a socket waits for its peer for as long as it
+// takes. A host that would rather not have a silent server tie up its thread sets a
+// process-wide time-out with ZelSetSocketTimeout; a call that runs into it fails
+// with WSAETIMEDOUT. Sends never raise SIGPIPE: a send to a
 // peer that has gone fails with its error like any other. Stream sockets are made
 // with TCP_NODELAY, so a command written in pieces goes out without waiting.
 #pragma once
@@ -85,7 +85,7 @@ BOOL AfxSocketInit();
 
 // Send and receive time-out of sockets created from now on, in milliseconds
 // (process-wide; 0 means none, i.e. block for as long as the peer keeps quiet).
-// Starts at 60000.
+// Starts at 0.
 void ZelSetSocketTimeout(DWORD milliseconds);
 DWORD ZelSocketTimeout();
 
