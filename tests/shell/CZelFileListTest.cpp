@@ -317,3 +317,32 @@ TEST(CZelFileList, ThingsThatVanishDuringTheSearch)
     EXPECT_TRUE(folders.Failed());
     EXPECT_EQ(folders.GetLastError(), ERROR_PATH_NOT_FOUND);
 }
+
+namespace {
+void abortFromTerminate(DWORD, int aborted)
+{
+    g_journal.add("terminate " + std::to_string(aborted));
+    g_list->Abort();
+}
+} // namespace
+
+// Once the scan is over, the worker's own terminate callback may abort: nothing runs
+// under it any more, so the results go and the abort is reported as usual.
+TEST(CZelFileList, AbortFromTheTerminateCallbackClearsAndReports)
+{
+    zeltest::TempDir dir;
+    dir.write("a/1.txt", "");
+    dir.write("2.txt", "");
+    g_journal.events.clear();
+    CZelFileList list((dir.path() + "/*.txt").c_str(), 1, 1, 0);
+    setAll(list);
+    list.SetCallbackThreadTerminate(abortFromTerminate, 0);
+    g_list = &list;
+    list.Search(nullptr);
+    list.Wait();
+    EXPECT_EQ(list.Size(), 0);
+    EXPECT_TRUE(list.AllFullFilenames().empty());
+    ASSERT_GE(g_journal.events.size(), 2u);
+    EXPECT_EQ(g_journal.events[g_journal.events.size() - 2], "terminate 0");
+    EXPECT_EQ(g_journal.events.back(), "abort");
+}
