@@ -109,9 +109,11 @@ public:
     void Sort(eSortMode mode);
     eSortMode SortMode() const { return m_sortMode; }
 
-    virtual int Size();
+    // operator[] is declared before Size so that the virtual table has the list's
+    // documented layout behind CObject's.
     // The record at `index`, null when the index is not below Size().
     virtual CZelFindData* operator[](unsigned index);
+    virtual int Size();
     const std::vector<CString>& AllFilenames();
     const std::vector<CString>& AllAlternateFilenames();
     const std::vector<CString>& AllFullFilenames();
