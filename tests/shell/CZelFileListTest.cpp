@@ -335,30 +335,63 @@ TEST(CZelFileList, ThingsThatVanishDuringTheSearch)
 }
 
 namespace {
-void abortFromTerminate(DWORD, int aborted)
+void abortFromBegin(DWORD v)
 {
-    g_journal.add("terminate " + std::to_string(aborted));
+    onBegin(v);
+    g_list->Abort();
+}
+void abortFromScan(DWORD v, int n, const char* p)
+{
+    onScan(v, n, p);
+    g_list->Abort();
+}
+void abortFromTerminate(DWORD v, int aborted)
+{
+    onTerminate(v, aborted);
     g_list->Abort();
 }
 } // namespace
 
-// Once the scan is over, the worker's own terminate callback may abort: nothing runs
-// under it any more, so the results go and the abort is reported as usual.
-TEST(CZelFileList, AbortFromTheTerminateCallbackClearsAndReports)
+// Abort from the worker's own callbacks. Inside the scan it can only stop it (the
+// results are in use); before and after the scan it is a whole abort, and one before
+// the scan doesn't stop the search that then starts.
+TEST(CZelFileList, AbortFromTheWorkersCallbacks)
 {
-    zeltest::TempDir dir;
-    dir.write("a/1.txt", "");
-    dir.write("2.txt", "");
-    g_journal.events.clear();
-    CZelFileList list((dir.path() + "/*.txt").c_str(), 1, 1, 0);
-    setAll(list);
-    list.SetCallbackThreadTerminate(abortFromTerminate, 0);
-    g_list = &list;
-    list.Search(nullptr);
-    list.Wait();
-    EXPECT_EQ(list.Size(), 0);
-    EXPECT_TRUE(list.AllFullFilenames().empty());
-    ASSERT_GE(g_journal.events.size(), 2u);
-    EXPECT_EQ(g_journal.events[g_journal.events.size() - 2], "terminate 0");
-    EXPECT_EQ(g_journal.events.back(), "abort");
+    struct Row {
+        const char* name;
+        void (*setup)(CZelFileList&);
+        std::vector<std::string> tail; // the last events, in order
+        int size;
+    } rows[] = {
+        {"begin", [](CZelFileList& l) { l.SetCallbackThreadBegin(abortFromBegin, 7); }, {"terminate 0"}, 2},
+        {"scan", [](CZelFileList& l) { l.SetCallbackSearchInDirectory(abortFromScan, 0); }, {"terminate 1"}, -1},
+        {"terminate",
+         [](CZelFileList& l) { l.SetCallbackThreadTerminate(abortFromTerminate, 0); },
+         {"terminate 0", "abort"},
+         0},
+    };
+    for (const Row& r : rows) {
+        zeltest::TempDir dir;
+        dir.write("a/1.txt", "");
+        dir.write("2.txt", "");
+        g_journal.events.clear();
+        CZelFileList list((dir.path() + "/*.txt").c_str(), 1, 1, 0);
+        setAll(list);
+        r.setup(list);
+        g_list = &list;
+        list.Search(nullptr);
+        list.Wait();
+        const std::vector<std::string>& ev = g_journal.events;
+        ASSERT_GE(ev.size(), r.tail.size()) << r.name;
+        EXPECT_EQ(std::vector<std::string>(ev.end() - r.tail.size(), ev.end()), r.tail) << r.name;
+        if (r.size >= 0) {
+            EXPECT_EQ(list.Size(), r.size) << r.name;
+        }
+        if (std::string(r.name) == "begin") {
+            EXPECT_EQ(ev[1], "abort");
+        }
+        EXPECT_FALSE(list.Failed()) << r.name;
+        bool aborted = std::find(ev.begin(), ev.end(), "abort") != ev.end();
+        EXPECT_EQ(aborted, std::string(r.name) != "scan") << r.name;
+    }
 }
