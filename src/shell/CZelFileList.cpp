@@ -405,7 +405,9 @@ void CZelFileList::WorkerMain()
         ZelFileSearchPost(m_window, ZelFileSearchMessage::Begin, 0);
     if (m_cbBegin)
         m_cbBegin(m_valBegin);
+    m_workerScanning = true;
     DoIt();
+    m_workerScanning = false;
     int aborted;
     {
         std::lock_guard<std::mutex> lock(m_stateLock);
@@ -435,9 +437,10 @@ void CZelFileList::Abort()
         std::lock_guard<std::mutex> lock(m_stateLock);
         m_abort = 1;
     }
-    // On the worker (from a callback) the scan is still using the results, so
-    // clearing them here would pull them from under it: the flag alone stops it.
-    if (m_workerId.load() == std::this_thread::get_id())
+    // From a progress callback on the worker the scan is still using the results, so
+    // clearing them here would pull them from under it: the flag alone stops it. The
+    // begin and terminate callbacks run outside the scan, where the whole abort is safe.
+    if (m_workerId.load() == std::this_thread::get_id() && m_workerScanning)
         return;
     Wait();
     m_records.clear();

@@ -6,10 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <sys/stat.h>
@@ -251,6 +253,19 @@ TEST(CZelFileList, ThreadedRunCallbacksAndReadersOnTheWorker)
     list.Wait(); // after the end, at once
 }
 
+namespace {
+// Holds the worker at its first found folder until the test lets it go, so that the
+// abort lands in the middle of the search however the threads are scheduled.
+std::atomic<bool> g_atGate{false}, g_release{false};
+void onDirectoryGate(DWORD v, int n, const char* p)
+{
+    onDirectory(v, n, p);
+    g_atGate = true;
+    while (!g_release)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+} // namespace
+
 TEST(CZelFileList, AbortInTheMiddleOfALargeSearch)
 {
     zeltest::TempDir dir;
@@ -258,20 +273,21 @@ TEST(CZelFileList, AbortInTheMiddleOfALargeSearch)
         for (int f = 0; f < 5; ++f)
             dir.write("d" + std::to_string(d) + "/f" + std::to_string(f) + ".txt", "");
     g_journal.events.clear();
+    g_atGate = false;
+    g_release = false;
     CZelFileList list((dir.path() + "/*.txt").c_str(), 1, 1, 0);
     setAll(list);
+    list.SetCallbackSearchDirectory(onDirectoryGate, 0);
     list.Search(nullptr);
-    // Wait until the worker is scanning, then abort.
-    for (;;) {
-        {
-            std::lock_guard<std::mutex> lock(g_journal.m);
-            if (std::any_of(g_journal.events.begin(), g_journal.events.end(),
-                            [](const std::string& e) { return e.rfind("dir ", 0) == 0; }))
-                break;
-        }
+    while (!g_atGate)
         std::this_thread::yield();
-    }
+    // Abort sets its flag before it waits; the worker goes on a little later.
+    std::thread opener([] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        g_release = true;
+    });
     list.Abort();
+    opener.join();
     EXPECT_EQ(list.Size(), 0);
     EXPECT_TRUE(list.AllFullFilenames().empty());
     ASSERT_GE(g_journal.events.size(), 4u);
@@ -316,4 +332,66 @@ TEST(CZelFileList, ThingsThatVanishDuringTheSearch)
     folders.DoIt();
     EXPECT_TRUE(folders.Failed());
     EXPECT_EQ(folders.GetLastError(), ERROR_PATH_NOT_FOUND);
+}
+
+namespace {
+void abortFromBegin(DWORD v)
+{
+    onBegin(v);
+    g_list->Abort();
+}
+void abortFromScan(DWORD v, int n, const char* p)
+{
+    onScan(v, n, p);
+    g_list->Abort();
+}
+void abortFromTerminate(DWORD v, int aborted)
+{
+    onTerminate(v, aborted);
+    g_list->Abort();
+}
+} // namespace
+
+// Abort from the worker's own callbacks. Inside the scan it can only stop it (the
+// results are in use); before and after the scan it is a whole abort, and one before
+// the scan doesn't stop the search that then starts.
+TEST(CZelFileList, AbortFromTheWorkersCallbacks)
+{
+    struct Row {
+        const char* name;
+        void (*setup)(CZelFileList&);
+        std::vector<std::string> tail; // the last events, in order
+        int size;
+    } rows[] = {
+        {"begin", [](CZelFileList& l) { l.SetCallbackThreadBegin(abortFromBegin, 7); }, {"terminate 0"}, 2},
+        {"scan", [](CZelFileList& l) { l.SetCallbackSearchInDirectory(abortFromScan, 0); }, {"terminate 1"}, -1},
+        {"terminate",
+         [](CZelFileList& l) { l.SetCallbackThreadTerminate(abortFromTerminate, 0); },
+         {"terminate 0", "abort"},
+         0},
+    };
+    for (const Row& r : rows) {
+        zeltest::TempDir dir;
+        dir.write("a/1.txt", "");
+        dir.write("2.txt", "");
+        g_journal.events.clear();
+        CZelFileList list((dir.path() + "/*.txt").c_str(), 1, 1, 0);
+        setAll(list);
+        r.setup(list);
+        g_list = &list;
+        list.Search(nullptr);
+        list.Wait();
+        const std::vector<std::string>& ev = g_journal.events;
+        ASSERT_GE(ev.size(), r.tail.size()) << r.name;
+        EXPECT_EQ(std::vector<std::string>(ev.end() - r.tail.size(), ev.end()), r.tail) << r.name;
+        if (r.size >= 0) {
+            EXPECT_EQ(list.Size(), r.size) << r.name;
+        }
+        if (std::string(r.name) == "begin") {
+            EXPECT_EQ(ev[1], "abort");
+        }
+        EXPECT_FALSE(list.Failed()) << r.name;
+        bool aborted = std::find(ev.begin(), ev.end(), "abort") != ev.end();
+        EXPECT_EQ(aborted, std::string(r.name) != "scan") << r.name;
+    }
 }

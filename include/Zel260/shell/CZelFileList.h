@@ -99,8 +99,9 @@ public:
     void Wait();
     // Stops a running search, waits for it, clears the results, then tells the window
     // (WM_ZEL_FILESEARCHTHREAD_ABORT) and calls the abort callback. Called from a
-    // callback on the worker it only sets the abort flag: the search stops soon after,
-    // its results stay, and no abort message or callback follows.
+    // search callback on the worker it only sets the abort flag: the search stops soon
+    // after, its results stay, and no abort message or callback follows. From the
+    // begin or terminate callback it does the whole abort at once.
     void Abort();
 
     // Sets the mode and sorts the records, then rewrites the string lists from them
@@ -108,9 +109,11 @@ public:
     void Sort(eSortMode mode);
     eSortMode SortMode() const { return m_sortMode; }
 
-    virtual int Size();
+    // operator[] is declared before Size so that the virtual table has the list's
+    // documented layout behind CObject's.
     // The record at `index`, null when the index is not below Size().
     virtual CZelFindData* operator[](unsigned index);
+    virtual int Size();
     const std::vector<CString>& AllFilenames();
     const std::vector<CString>& AllAlternateFilenames();
     const std::vector<CString>& AllFullFilenames();
@@ -153,6 +156,7 @@ private:
     std::mutex m_joinLock;  // one waiter joins the worker at a time
     std::thread m_thread;
     std::atomic<std::thread::id> m_workerId;
+    bool m_workerScanning = false; // the worker is inside DoIt; touched by it alone
 
     int m_abort;
     int m_failed;
