@@ -11,6 +11,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <unistd.h>
 #include <time.h>
 
@@ -335,6 +336,28 @@ bool sameAsListed(const struct stat& st, const ZelDirectoryListing& listing)
 // file system's own resolution (10 ms on some, whole seconds on others, where the
 // nanoseconds always read 0). So the listing vouches for the directory only if its
 // time has a sub-second part and lies well before the reading began.
+// Network and user-space file systems may cache attributes or take their times from
+// another machine's clock, so a folder there can change without its time moving on
+// our side. Only file systems whose times this kernel sets itself qualify.
+bool timesAreLocal(int fd)
+{
+    struct statfs fs;
+    if (fstatfs(fd, &fs) != 0)
+        return false;
+    switch (static_cast<unsigned long>(fs.f_type)) {
+    case 0xEF53UL:     // ext2, ext3, ext4
+    case 0x58465342UL: // xfs
+    case 0x9123683EUL: // btrfs
+    case 0x01021994UL: // tmpfs
+    case 0xF2F52010UL: // f2fs
+    case 0x2FC12FC1UL: // zfs
+    case 0x794C7630UL: // overlayfs
+        return true;
+    default:
+        return false;
+    }
+}
+
 void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
 {
     constexpr long long kSettledNs = 20'000'000;
@@ -347,7 +370,7 @@ void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
     listing->changeNanoseconds = static_cast<long>(st.st_ctim.tv_nsec);
     const long long changed = static_cast<long long>(st.st_ctim.tv_sec) * 1'000'000'000LL + st.st_ctim.tv_nsec;
     const long long start = static_cast<long long>(before.tv_sec) * 1'000'000'000LL + before.tv_nsec;
-    listing->trustworthy = st.st_ctim.tv_nsec != 0 && changed + kSettledNs < start;
+    listing->trustworthy = st.st_ctim.tv_nsec != 0 && changed + kSettledNs < start && timesAreLocal(fd);
 }
 
 HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture)
