@@ -33,7 +33,6 @@ int g_trimRightDefault = 1;
 
 constexpr DWORD kStyleReadOnly = 0x800;
 constexpr DWORD kStylePassword = 0x20;
-constexpr int kQtMaxLength = 32767;
 
 QString q(const CString& s) { return QString::fromUtf8(s.GetString(), s.GetLength()); }
 CString c(const QString& s)
@@ -909,13 +908,13 @@ void CZelEdit::LimitTextValue()
         LimitTextDisplayValue();
 }
 
-void CZelEdit::LimitTextDisplayValue() { setMaxLength(kQtMaxLength); }
+// The line edit's own maximum would cut the text that the program sets, and the
+// display form too; the limit is kept here and applied to typing only.
+void CZelEdit::LimitTextDisplayValue() { m_typingLimit = -1; }
 
 void CZelEdit::LimitTextInputValue()
 {
-    setMaxLength(m_maxChars == 0 || m_maxChars > static_cast<unsigned int>(kQtMaxLength)
-                     ? kQtMaxLength
-                     : static_cast<int>(m_maxChars));
+    m_typingLimit = m_maxChars == 0 || m_maxChars == 0xFFFFFFFFu ? -1 : static_cast<long long>(m_maxChars);
 }
 
 void CZelEdit::Beep() { QApplication::beep(); }
@@ -1138,10 +1137,19 @@ void CZelEdit::OnChar(const QString& ch)
     } else if (m_conversion == eConversionLower) {
         out = ch.toLower();
     }
-    if (charAllowed(out))
-        insert(out);
-    else
+    if (!charAllowed(out)) {
         Beep();
+        return;
+    }
+    if (m_typingLimit >= 0) {
+        const long long kept = static_cast<long long>(text().toUcs4().size()) -
+                               (hasSelectedText() ? static_cast<long long>(selectedText().toUcs4().size()) : 0);
+        if (kept + 1 > m_typingLimit) {
+            Beep();
+            return;
+        }
+    }
+    insert(out);
 }
 
 void CZelEdit::focusInEvent(QFocusEvent* e) { OnSetFocus(e); }

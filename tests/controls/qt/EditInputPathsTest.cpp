@@ -1,0 +1,95 @@
+// Every road by which text enters an edit keeps the edit's rules: the length limit
+// binds the user and not the program, read-only takes nothing, and Qt's own editing
+// paths (its key bindings, drops, composed input) go through the library's filter.
+#include <Zel260/controls/qt/CZelEdit.h>
+#include <Zel260/platform/qt/QtWindowBackend.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+class Edit : public CZelEdit {
+public:
+    using CZelEdit::CZelEdit;
+    void Beep() override { ++beeps; }
+    // A display form longer than the input form, as the numeric edits make.
+    void ShowDisplayValue() override
+    {
+        if (!decorate) {
+            CZelEdit::ShowDisplayValue();
+            return;
+        }
+        CZelIgnoreEditChange ignore(this);
+        setText(QString("value: ") + QString::fromUtf8(GetRawString().GetString()));
+    }
+    bool decorate = false;
+    int beeps = 0;
+};
+
+class EditInputPaths : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        auto* layout = new QVBoxLayout(&dialog);
+        edit = new Edit(&dialog);
+        other = new Edit(&dialog);
+        ZelSetDlgCtrlID(ZelHwndFromWidget(edit), 1001);
+        ZelSetDlgCtrlID(ZelHwndFromWidget(other), 1002);
+        layout->addWidget(edit);
+        layout->addWidget(other);
+        for (Edit* e : {edit, other})
+            e->SetEmptyAllowed(1);
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        edit->setFocus();
+        QApplication::clipboard()->clear();
+    }
+    std::string raw() const { return edit->GetRawString().GetString(); }
+    std::string shown() const { return edit->text().toStdString(); }
+
+    QDialog dialog;
+    Edit* edit = nullptr;
+    Edit* other = nullptr;
+};
+
+} // namespace
+
+TEST_F(EditInputPaths, MaxCharsLimitsTypingButNotTheProgramsText)
+{
+    edit->SetMaxChars(3);
+    edit->SetString("abcdef");
+    EXPECT_EQ(shown(), "abcdef") << "the program's text is shown whole";
+    CString reason;
+    EXPECT_EQ(edit->Validate(&reason), CZelInputControl::eStateInvalid);
+    EXPECT_STREQ(reason.GetString(), "Field contains 6 characters, maximum is 3 characters");
+
+    edit->SetString("");
+    QTest::keyClicks(edit, "abcd");
+    EXPECT_EQ(raw(), "abc") << "typing stops at the limit";
+    EXPECT_GE(edit->beeps, 1);
+}
+
+TEST_F(EditInputPaths, LongDisplayFormSurvivesTheReturnOfTheFocus)
+{
+    edit->decorate = true;
+    edit->SetMaxChars(3);
+    edit->SetDisplayFormat(CString("%s"));
+    edit->SetString("abc");
+    other->setFocus();
+    ASSERT_EQ(shown(), "value: abc");
+    QTest::keyClick(other, Qt::Key_Backtab);
+    ASSERT_TRUE(edit->hasFocus());
+    EXPECT_EQ(shown(), "abc");
+    EXPECT_EQ(raw(), "abc");
+    EXPECT_EQ(edit->GetChangedByUser(), 0) << "showing a form is no change by the user";
+}
