@@ -1141,6 +1141,8 @@ void CZelEdit::OnChar(const QString& ch)
         Beep();
         return;
     }
+    if (isReadOnly())
+        return;
     if (m_typingLimit >= 0) {
         const long long kept = static_cast<long long>(text().toUcs4().size()) -
                                (hasSelectedText() ? static_cast<long long>(selectedText().toUcs4().size()) : 0);

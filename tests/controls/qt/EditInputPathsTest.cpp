@@ -93,3 +93,13 @@ TEST_F(EditInputPaths, LongDisplayFormSurvivesTheReturnOfTheFocus)
     EXPECT_EQ(raw(), "abc");
     EXPECT_EQ(edit->GetChangedByUser(), 0) << "showing a form is no change by the user";
 }
+
+TEST_F(EditInputPaths, ReadOnlyTakesNoTypedCharacters)
+{
+    edit->SetString("abc");
+    edit->SetReadOnlyMode(1);
+    edit->setCursorPosition(3);
+    QTest::keyClicks(edit, "xy");
+    EXPECT_EQ(raw(), "abc");
+    EXPECT_EQ(shown(), "abc");
+}
