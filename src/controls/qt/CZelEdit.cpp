@@ -1082,6 +1082,28 @@ void CZelEdit::keyPressEvent(QKeyEvent* e)
         Paste();
         return;
     }
+    // The line edit binds further keys to its own undo and clipboard; those keys
+    // take the library's commands, so that its stack, filter and beeps hold.
+    if (e->matches(QKeySequence::Undo)) {
+        Undo();
+        return;
+    }
+    if (e->matches(QKeySequence::Redo)) {
+        Redo();
+        return;
+    }
+    if (e->matches(QKeySequence::Cut)) {
+        Cut();
+        return;
+    }
+    if (e->matches(QKeySequence::Copy)) {
+        Copy();
+        return;
+    }
+    if (e->matches(QKeySequence::Paste)) {
+        Paste();
+        return;
+    }
     if (mods == Qt::NoModifier) {
         switch (key) {
         case Qt::Key_Delete:

@@ -103,3 +103,40 @@ TEST_F(EditInputPaths, ReadOnlyTakesNoTypedCharacters)
     EXPECT_EQ(raw(), "abc");
     EXPECT_EQ(shown(), "abc");
 }
+
+TEST_F(EditInputPaths, QtsOwnEditingKeysUseTheLibrarysCommands)
+{
+    edit->SetConversion(CZelEdit::eConversionUpper);
+    QApplication::clipboard()->setText("pq");
+    QTest::keyClicks(edit, "ab");
+    // Qt binds further keys to undo, redo, cut, copy and paste; each must take the
+    // library's road (its stack, its filter, its beeps), not the line edit's own.
+    const QKeySequence paste = QKeySequence(QKeySequence::Paste);
+    for (const QKeySequence& k : QKeySequence::keyBindings(QKeySequence::Paste)) {
+        if (k == QKeySequence(Qt::CTRL | Qt::Key_V) || k == QKeySequence(Qt::SHIFT | Qt::Key_Insert))
+            continue;
+        const QKeyCombination combo = k[0];
+        QTest::keyClick(edit, combo.key(), combo.keyboardModifiers());
+        EXPECT_EQ(raw().substr(raw().size() - 2), "PQ") << k.toString().toStdString() << " pastes converted";
+    }
+    (void)paste;
+    for (const QKeySequence& k : QKeySequence::keyBindings(QKeySequence::Undo)) {
+        if (k == QKeySequence(Qt::CTRL | Qt::Key_Z))
+            continue;
+        edit->SetString("");
+        QTest::keyClicks(edit, "ab");
+        const QKeyCombination combo = k[0];
+        QTest::keyClick(edit, combo.key(), combo.keyboardModifiers());
+        EXPECT_EQ(raw(), "A") << k.toString().toStdString() << " undoes one library step";
+    }
+    edit->SetString("");
+    edit->beeps = 0;
+    for (const QKeySequence& k : QKeySequence::keyBindings(QKeySequence::Cut)) {
+        if (k == QKeySequence(Qt::CTRL | Qt::Key_X))
+            continue;
+        const QKeyCombination combo = k[0];
+        QTest::keyClick(edit, combo.key(), combo.keyboardModifiers());
+    }
+    const int extraCuts = static_cast<int>(QKeySequence::keyBindings(QKeySequence::Cut).size()) - 1;
+    EXPECT_EQ(edit->beeps, extraCuts) << "cutting nothing beeps on every binding";
+}
