@@ -16,6 +16,7 @@
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QFocusEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMimeData>
@@ -109,6 +110,7 @@ CZelEdit::CZelEdit(QWidget* parent)
       m_undoItemClass(RUNTIME_CLASS(CZelEditUndoRedoItem))
 {
     Attach(ZelHwndFromWidget(this));
+    setAcceptDrops(false);
     m_lastItems = new CZelLastDocuments(nullptr, kMaxLastItems);
     QObject::connect(this, &QLineEdit::textChanged, [this] {
         const bool byProgram = m_ignoreEditChanged != 0;
@@ -1042,6 +1044,21 @@ bool CZelEdit::event(QEvent* e)
     // A show or hide that didn't come through setVisible is the parent's.
     if ((e->type() == QEvent::Show || e->type() == QEvent::Hide) && !m_inSetVisible && !e->spontaneous())
         OnShowWindow(e->type() == QEvent::Show, e->type() == QEvent::Show ? SW_PARENTOPENING : SW_PARENTCLOSING);
+    // Dropped text would bypass the character filter; the edit is no drop target.
+    if (e->type() == QEvent::DragEnter || e->type() == QEvent::DragMove || e->type() == QEvent::Drop) {
+        e->ignore();
+        return true;
+    }
+    // Composed characters (dead keys, input methods) are typed characters too.
+    if (e->type() == QEvent::InputMethod) {
+        auto* im = static_cast<QInputMethodEvent*>(e);
+        if (im->preeditString().isEmpty() && im->replacementLength() == 0 && !im->commitString().isEmpty()) {
+            for (char32_t cp : im->commitString().toUcs4())
+                OnChar(QString::fromUcs4(&cp, 1));
+            e->accept();
+            return true;
+        }
+    }
     if (e->type() == QEvent::KeyPress) {
         auto* k = static_cast<QKeyEvent*>(e);
         const int key = k->key();

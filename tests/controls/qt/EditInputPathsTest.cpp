@@ -140,3 +140,23 @@ TEST_F(EditInputPaths, QtsOwnEditingKeysUseTheLibrarysCommands)
     const int extraCuts = static_cast<int>(QKeySequence::keyBindings(QKeySequence::Cut).size()) - 1;
     EXPECT_EQ(edit->beeps, extraCuts) << "cutting nothing beeps on every binding";
 }
+
+TEST_F(EditInputPaths, DroppedAndComposedTextIsFiltered)
+{
+    edit->SetConversion(CZelEdit::eConversionUpper);
+    edit->SetAllowedChars(CZelEdit::eAllowedCharsAlpha, nullptr);
+
+    QMimeData data;
+    data.setText("a1b");
+    QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit, &enter);
+    QDropEvent drop(QPointF(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit, &drop);
+    EXPECT_EQ(raw(), "") << "an edit is no drop target";
+
+    QInputMethodEvent composed(QString(), {});
+    composed.setCommitString(QString::fromUtf8("\xc3\xa9" "1"));
+    QApplication::sendEvent(edit, &composed);
+    EXPECT_EQ(raw(), "\xc3\x89") << "a composed letter is converted, the digit refused";
+    EXPECT_EQ(edit->beeps, 1);
+}
