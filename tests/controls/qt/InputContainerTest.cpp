@@ -329,3 +329,43 @@ TEST(InputControl, InlineGeometryHelpers)
     EXPECT_GT(a, 4);
     EXPECT_GT(b, 0);
 }
+
+TEST(InputContainer, ChildrenAddedBeforeAndAfterHookingFollowTheirControl)
+{
+    Host host;
+    // A companion placed beside `number` before hooking counts as part of it.
+    auto* companion = new QPushButton("...", &host);
+    host.layout()->addWidget(companion);
+    host.AddDlgCtrlChild(hwnd(host.number), hwnd(companion));
+    int companionClicks = 0;
+    QObject::connect(companion, &QPushButton::clicked, [&] { ++companionClicks; });
+    host.start();
+    QTest::keyClick(host.number, Qt::Key_Tab); // the container becomes the active one
+    QTest::keyClick(host.name, Qt::Key_Backtab);
+
+    // After hooking: a child given to `name` and a control new to the host.
+    auto* nameChild = new QPushButton("v", host.name);
+    nameChild->setGeometry(0, 0, 10, 10);
+    nameChild->show();
+    host.name->OnDlgCtrlChildAdded(hwnd(nameChild));
+    auto* late = new QPushButton("Late", &host);
+    host.layout()->addWidget(late);
+    late->show();
+    host.name->OnHookDlgCtrl(hwnd(late));
+    int childClicks = 0, lateClicks = 0;
+    QObject::connect(nameChild, &QPushButton::clicked, [&] { ++childClicks; });
+    QObject::connect(late, &QPushButton::clicked, [&] { ++lateClicks; });
+
+    QTest::keyClicks(host.number, "bad");
+    QTest::mouseClick(companion, Qt::LeftButton);
+    EXPECT_EQ(companionClicks, 1) << "the control's own companion is no change of control";
+    EXPECT_TRUE(host.shown.empty());
+
+    host.number->setFocus();
+    QTest::mouseClick(nameChild, Qt::LeftButton);
+    QTest::mouseClick(late, Qt::LeftButton);
+    EXPECT_EQ(childClicks, 0);
+    EXPECT_EQ(lateClicks, 0);
+    EXPECT_TRUE(host.number->hasFocus());
+    EXPECT_EQ(host.shown.size(), 2u);
+}
