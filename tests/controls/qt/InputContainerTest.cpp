@@ -6,6 +6,7 @@
 #include <Zel260/platform/qt/ZelMessageTarget.h>
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -368,4 +369,19 @@ TEST(InputContainer, ChildrenAddedBeforeAndAfterHookingFollowTheirControl)
     EXPECT_EQ(lateClicks, 0);
     EXPECT_TRUE(host.number->hasFocus());
     EXPECT_EQ(host.shown.size(), 2u);
+}
+
+TEST(InputContainer, ControlInsideAGroupBoxSpeaksToTheHost)
+{
+    Host host;
+    auto* group = new QGroupBox("Group", &host);
+    host.layout()->addWidget(group);
+    auto* inner = new Field(group, 103);
+    inner->SetEmptyAllowed(1);
+    (new QVBoxLayout(group))->addWidget(inner);
+    inner->HookControl();
+    host.start();
+    EXPECT_EQ(inner->GetContainer(), static_cast<CWnd*>(&host)) << "a group box is no container";
+    inner->SetEmptyAllowed(0);
+    EXPECT_EQ(host.emptyFieldChanges, std::vector<int>{1}) << "the empty inner field reaches the host";
 }
