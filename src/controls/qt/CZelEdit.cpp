@@ -605,7 +605,8 @@ void CZelEdit::InitializeEdit()
     m_currentValue.Empty();
     SetChangedByUser(0);
     HookControl();
-    QWidget* parent = parentWidget();
+    // The window that holds the edit as a dialog holds its items, past any group box.
+    QWidget* parent = ZelWidgetFromHwnd(zelcontrols::ContainerOf(m_hWnd));
     m_parentIsDialog = qobject_cast<QDialog*>(parent) != nullptr;
     m_parentIsFormView = parent && parent->property("zelFormView").toBool();
     m_parentIsEdit = dynamic_cast<CZelEdit*>(parent) != nullptr;

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QGroupBox>
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QTest>
@@ -157,4 +158,26 @@ TEST_F(EditInputPaths, DroppedAndComposedTextIsFiltered)
     QApplication::sendEvent(edit, &composed);
     EXPECT_EQ(raw(), "\xc3\x89") << "a composed letter is converted, the digit refused";
     EXPECT_EQ(edit->beeps, 1);
+}
+
+TEST(EditInGroup, ADialogBehindAGroupBoxIsStillTheParent)
+{
+    QDialog dialog;
+    auto* group = new QGroupBox("Group", &dialog);
+    (new QVBoxLayout(&dialog))->addWidget(group);
+    auto* first = new Edit(group);
+    auto* second = new Edit(group);
+    auto* layout = new QVBoxLayout(group);
+    layout->addWidget(first);
+    layout->addWidget(second);
+    ZelSetDlgCtrlID(ZelHwndFromWidget(second), 1002);
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    second->SetString("abc");
+    first->setFocus();
+    QTest::keyClick(first, Qt::Key_Tab);
+    ASSERT_TRUE(second->hasFocus());
+    EXPECT_EQ(second->selectedText(), "abc") << "TAB into an edit of a dialog selects its text";
+    EXPECT_STREQ(second->GetLastItemsSection().GetString(), "QDialog::CZelEdit::1002");
 }
