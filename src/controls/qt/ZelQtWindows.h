@@ -16,10 +16,19 @@
 namespace zelcontrols {
 
 // Whether the window has the visible style itself: explicitly hidden windows
-// don't, whatever their parents are; a window not yet shown with its parent does.
+// don't, whatever their parents are; a window not yet shown with its parent does,
+// as its parent will show it. One made under a parent that is already on screen
+// stays hidden until it is shown itself.
 inline bool HasVisibleStyle(const QWidget* w)
 {
-    return w && !(w->isHidden() && w->testAttribute(Qt::WA_WState_ExplicitShowHide));
+    if (!w)
+        return false;
+    if (!w->isHidden())
+        return true;
+    if (w->testAttribute(Qt::WA_WState_ExplicitShowHide))
+        return false;
+    const QWidget* parent = w->parentWidget();
+    return !(parent && parent->isVisible());
 }
 
 inline bool HasVisibleStyle(HWND h) { return HasVisibleStyle(ZelWidgetFromHwnd(h)); }

@@ -227,6 +227,15 @@ TEST(InputContainer, HiddenAndReadOnlyControlsAreNeverValidated)
     EXPECT_EQ(inner.Validate(nullptr), CZelInputControl::eStateInvalid);
     inner.setEnabled(false);
     EXPECT_EQ(inner.Validate(nullptr), CZelInputControl::eStateInvalid) << "disabled controls are validated";
+
+    // Made after its window was shown and never shown itself: hidden on itself.
+    Field late(&host, 6);
+    late.setText("bad");
+    EXPECT_EQ(late.Validate(nullptr), CZelInputControl::eStateValid);
+    late.show();
+    EXPECT_EQ(late.Validate(nullptr), CZelInputControl::eStateInvalid);
+    host.hide();
+    EXPECT_EQ(late.Validate(nullptr), CZelInputControl::eStateInvalid) << "a hidden parent doesn't count";
 }
 
 TEST(InputContainer, EmptyRequiredFieldPassesOnLeavingButFailsOnOk)
