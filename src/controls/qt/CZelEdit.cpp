@@ -452,14 +452,19 @@ void CZelEdit::Paste()
     const int selStart = hasSelectedText() ? selectionStart() : cursorPosition();
     const int selLen = selectionLength();
     if (m_maxChars != 0xFFFFFFFFu) {
-        const long long newLength = static_cast<long long>(current.size()) + insert.size() - selLen;
+        // Counted in characters, not UTF-16 units, so that no character is split.
+        QList<uint> chars = insert.toUcs4();
+        const long long insertLength = static_cast<long long>(chars.size());
+        const long long newLength = static_cast<long long>(current.toUcs4().size()) + insertLength -
+                                    static_cast<long long>(selectedText().toUcs4().size());
         const long long excess = newLength - static_cast<long long>(m_maxChars);
         if (excess > 0) {
-            if (excess >= insert.size()) {
+            if (excess >= insertLength) {
                 Beep();
                 return;
             }
-            insert.chop(static_cast<int>(excess));
+            chars.resize(static_cast<qsizetype>(insertLength - excess));
+            insert = QString::fromUcs4(reinterpret_cast<const char32_t*>(chars.constData()), chars.size());
         }
     }
     QString value = current;
