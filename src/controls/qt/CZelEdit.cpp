@@ -489,7 +489,8 @@ void CZelEdit::Delete()
         return;
     }
     const int p = cursorPosition();
-    value.remove(p, 1);
+    // A character outside the basic plane is two UTF-16 units; both go.
+    value.remove(p, value.at(p).isHighSurrogate() && p + 1 < value.size() ? 2 : 1);
     setText(value);
     setCursorPosition(p);
 }
@@ -506,9 +507,10 @@ void CZelEdit::Backspace()
     }
     QString value = text();
     const int p = cursorPosition();
-    value.remove(p - 1, 1);
+    const int width = p >= 2 && value.at(p - 1).isLowSurrogate() && value.at(p - 2).isHighSurrogate() ? 2 : 1;
+    value.remove(p - width, width);
     setText(value);
-    setCursorPosition(p - 1);
+    setCursorPosition(p - width);
 }
 
 void CZelEdit::SelectAll()

@@ -134,6 +134,13 @@ TEST_F(EditTest, PasteCountsAndCutsWholeCharacters)
     QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(value(edit), "a\xF0\x9F\x98\x80");
     EXPECT_EQ(edit->beeps, 0);
+
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    EXPECT_EQ(value(edit), "a") << "Backspace takes the whole character";
+    edit->SetString(QString::fromUtf8("\xF0\x9F\x98\x80" "b").toUtf8().constData());
+    edit->setCursorPosition(0);
+    QTest::keyClick(edit, Qt::Key_Delete);
+    EXPECT_EQ(value(edit), "b") << "Delete takes the whole character";
 }
 
 TEST_F(EditTest, UndoAndRedoFollowTheStackRules)
