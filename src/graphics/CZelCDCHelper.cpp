@@ -60,7 +60,8 @@ CRect CZelCDCHelper::SelectClipRect(CDC* dc, CRect rect)
     RECT box{};
     const int kind = dc->GetClipBox(&box);
     CRect before = kind <= 1 ? CRect() : CRect(box);
-    dc->IntersectClipRect(rect);
+    if (dc->SelectClipRgn(&rect) == 0)
+        dc->IntersectClipRect(rect);
     return before;
 }
 

@@ -8,9 +8,10 @@
 
 class CZelCDCHelper {
 public:
-    // Makes `rect` (device units) the clip of `dc`, as far as it lies within the
-    // present clip, and returns the clip box from before; an empty rectangle when
-    // there was no clip box (null region or error) or `dc` is null.
+    // Makes `rect` (device units) the clip of `dc` in place of the present clip, and
+    // returns the clip box from before; an empty rectangle when there was no clip box
+    // (null region or error) or `dc` is null. A device that can't replace its clip
+    // narrows the present one to `rect` instead.
     static CRect SelectClipRect(CDC* dc, CRect rect);
     // Inverts the one-pixel outline of `rect` (normalised first; an empty rectangle
     // draws nothing) through the halftone pattern, as PatBlt with the halftone

@@ -94,6 +94,10 @@ public:
     // Clipping.
     virtual int GetClipBox(RECT* rect) const = 0;
     virtual int IntersectClipRect(const RECT& rect) = 0;
+    // Makes `rect` (device units) the clip outright, whatever the clip was; null
+    // removes the clip. Returns the kind of the new clip: NULLREGION 1, SIMPLEREGION
+    // 2, or ERROR 0 when the device can't set one (the default).
+    virtual int SelectClipRgn(const RECT* rect) { (void)rect; return 0; }
 
     // Device-independent bitmaps onto the device, as Win32's SetDIBitsToDevice and
     // StretchDIBits (only 32-bit BI_RGB is required). Return the scan lines copied,

@@ -16,6 +16,7 @@
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QFocusEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMimeData>
@@ -33,7 +34,6 @@ int g_trimRightDefault = 1;
 
 constexpr DWORD kStyleReadOnly = 0x800;
 constexpr DWORD kStylePassword = 0x20;
-constexpr int kQtMaxLength = 32767;
 
 QString q(const CString& s) { return QString::fromUtf8(s.GetString(), s.GetLength()); }
 CString c(const QString& s)
@@ -110,6 +110,7 @@ CZelEdit::CZelEdit(QWidget* parent)
       m_undoItemClass(RUNTIME_CLASS(CZelEditUndoRedoItem))
 {
     Attach(ZelHwndFromWidget(this));
+    setAcceptDrops(false);
     m_lastItems = new CZelLastDocuments(nullptr, kMaxLastItems);
     QObject::connect(this, &QLineEdit::textChanged, [this] {
         const bool byProgram = m_ignoreEditChanged != 0;
@@ -451,14 +452,19 @@ void CZelEdit::Paste()
     const int selStart = hasSelectedText() ? selectionStart() : cursorPosition();
     const int selLen = selectionLength();
     if (m_maxChars != 0xFFFFFFFFu) {
-        const long long newLength = static_cast<long long>(current.size()) + insert.size() - selLen;
+        // Counted in characters, not UTF-16 units, so that no character is split.
+        QList<uint> chars = insert.toUcs4();
+        const long long insertLength = static_cast<long long>(chars.size());
+        const long long newLength = static_cast<long long>(current.toUcs4().size()) + insertLength -
+                                    static_cast<long long>(selectedText().toUcs4().size());
         const long long excess = newLength - static_cast<long long>(m_maxChars);
         if (excess > 0) {
-            if (excess >= insert.size()) {
+            if (excess >= insertLength) {
                 Beep();
                 return;
             }
-            insert.chop(static_cast<int>(excess));
+            chars.resize(static_cast<qsizetype>(insertLength - excess));
+            insert = QString::fromUcs4(reinterpret_cast<const char32_t*>(chars.constData()), chars.size());
         }
     }
     QString value = current;
@@ -483,7 +489,8 @@ void CZelEdit::Delete()
         return;
     }
     const int p = cursorPosition();
-    value.remove(p, 1);
+    // A character outside the basic plane is two UTF-16 units; both go.
+    value.remove(p, value.at(p).isHighSurrogate() && p + 1 < value.size() ? 2 : 1);
     setText(value);
     setCursorPosition(p);
 }
@@ -500,9 +507,10 @@ void CZelEdit::Backspace()
     }
     QString value = text();
     const int p = cursorPosition();
-    value.remove(p - 1, 1);
+    const int width = p >= 2 && value.at(p - 1).isLowSurrogate() && value.at(p - 2).isHighSurrogate() ? 2 : 1;
+    value.remove(p - width, width);
     setText(value);
-    setCursorPosition(p - 1);
+    setCursorPosition(p - width);
 }
 
 void CZelEdit::SelectAll()
@@ -604,7 +612,8 @@ void CZelEdit::InitializeEdit()
     m_currentValue.Empty();
     SetChangedByUser(0);
     HookControl();
-    QWidget* parent = parentWidget();
+    // The window that holds the edit as a dialog holds its items, past any group box.
+    QWidget* parent = ZelWidgetFromHwnd(zelcontrols::ContainerOf(m_hWnd));
     m_parentIsDialog = qobject_cast<QDialog*>(parent) != nullptr;
     m_parentIsFormView = parent && parent->property("zelFormView").toBool();
     m_parentIsEdit = dynamic_cast<CZelEdit*>(parent) != nullptr;
@@ -909,13 +918,13 @@ void CZelEdit::LimitTextValue()
         LimitTextDisplayValue();
 }
 
-void CZelEdit::LimitTextDisplayValue() { setMaxLength(kQtMaxLength); }
+// The line edit's own maximum would cut the text that the program sets, and the
+// display form too; the limit is kept here and applied to typing only.
+void CZelEdit::LimitTextDisplayValue() { m_typingLimit = -1; }
 
 void CZelEdit::LimitTextInputValue()
 {
-    setMaxLength(m_maxChars == 0 || m_maxChars > static_cast<unsigned int>(kQtMaxLength)
-                     ? kQtMaxLength
-                     : static_cast<int>(m_maxChars));
+    m_typingLimit = m_maxChars == 0 || m_maxChars == 0xFFFFFFFFu ? -1 : static_cast<long long>(m_maxChars);
 }
 
 void CZelEdit::Beep() { QApplication::beep(); }
@@ -1043,6 +1052,21 @@ bool CZelEdit::event(QEvent* e)
     // A show or hide that didn't come through setVisible is the parent's.
     if ((e->type() == QEvent::Show || e->type() == QEvent::Hide) && !m_inSetVisible && !e->spontaneous())
         OnShowWindow(e->type() == QEvent::Show, e->type() == QEvent::Show ? SW_PARENTOPENING : SW_PARENTCLOSING);
+    // Dropped text would bypass the character filter; the edit is no drop target.
+    if (e->type() == QEvent::DragEnter || e->type() == QEvent::DragMove || e->type() == QEvent::Drop) {
+        e->ignore();
+        return true;
+    }
+    // Composed characters (dead keys, input methods) are typed characters too.
+    if (e->type() == QEvent::InputMethod) {
+        auto* im = static_cast<QInputMethodEvent*>(e);
+        if (im->preeditString().isEmpty() && im->replacementLength() == 0 && !im->commitString().isEmpty()) {
+            for (char32_t cp : im->commitString().toUcs4())
+                OnChar(QString::fromUcs4(&cp, 1));
+            e->accept();
+            return true;
+        }
+    }
     if (e->type() == QEvent::KeyPress) {
         auto* k = static_cast<QKeyEvent*>(e);
         const int key = k->key();
@@ -1080,6 +1104,28 @@ void CZelEdit::keyPressEvent(QKeyEvent* e)
         }
     }
     if (mods == Qt::ShiftModifier && key == Qt::Key_Insert) {
+        Paste();
+        return;
+    }
+    // The line edit binds further keys to its own undo and clipboard; those keys
+    // take the library's commands, so that its stack, filter and beeps hold.
+    if (e->matches(QKeySequence::Undo)) {
+        Undo();
+        return;
+    }
+    if (e->matches(QKeySequence::Redo)) {
+        Redo();
+        return;
+    }
+    if (e->matches(QKeySequence::Cut)) {
+        Cut();
+        return;
+    }
+    if (e->matches(QKeySequence::Copy)) {
+        Copy();
+        return;
+    }
+    if (e->matches(QKeySequence::Paste)) {
         Paste();
         return;
     }
@@ -1138,10 +1184,21 @@ void CZelEdit::OnChar(const QString& ch)
     } else if (m_conversion == eConversionLower) {
         out = ch.toLower();
     }
-    if (charAllowed(out))
-        insert(out);
-    else
+    if (!charAllowed(out)) {
         Beep();
+        return;
+    }
+    if (isReadOnly())
+        return;
+    if (m_typingLimit >= 0) {
+        const long long kept = static_cast<long long>(text().toUcs4().size()) -
+                               (hasSelectedText() ? static_cast<long long>(selectedText().toUcs4().size()) : 0);
+        if (kept + 1 > m_typingLimit) {
+            Beep();
+            return;
+        }
+    }
+    insert(out);
 }
 
 void CZelEdit::focusInEvent(QFocusEvent* e) { OnSetFocus(e); }

@@ -105,7 +105,7 @@ BOOL CZelInputControl::HookControl()
     HWND h = safeHwnd();
     if (!m_subclass.HookWindow(h))
         return FALSE;
-    m_container = ::GetParent(h);
+    m_container = zelcontrols::ContainerOf(h);
     return TRUE;
 }
 

@@ -28,22 +28,13 @@ constexpr UINT kIdWizBack = 12323;
 constexpr UINT kIdWizNext = 12324;
 constexpr UINT kIdWizFinish = 12325;
 
-// A plain container inside the host: its children count as the host's.
-bool isLookedThrough(QWidget* w)
-{
-    if (::GetDlgCtrlID(ZelHwndFromWidget(w)) != 0 || CWnd::FromHandlePermanent(ZelHwndFromWidget(w)))
-        return false;
-    const char* cls = w->metaObject()->className();
-    return qstrcmp(cls, "QWidget") == 0 || qstrcmp(cls, "QFrame") == 0 || qstrcmp(cls, "QGroupBox") == 0;
-}
-
 void collect(QWidget* parent, std::vector<HWND>& out)
 {
     for (QObject* o : parent->children()) {
         auto* w = qobject_cast<QWidget*>(o);
         if (!w || w->isWindow())
             continue;
-        if (isLookedThrough(w))
+        if (zelcontrols::IsLookedThrough(w))
             collect(w, out);
         else
             out.push_back(ZelHwndFromWidget(w));

@@ -376,6 +376,19 @@ int CQtDC::IntersectClipRect(const RECT& r)
     return GetClipBox(&box);
 }
 
+int CQtDC::SelectClipRgn(const RECT* r)
+{
+    if (!m_painter)
+        return 0;
+    if (!r) {
+        m_painter->setClipping(false);
+        return 2; // the whole device
+    }
+    const QRect q(QPoint(r->left, r->top), QPoint(r->right - 1, r->bottom - 1));
+    m_painter->setClipRect(q.isValid() ? q : QRect(), Qt::ReplaceClip);
+    return q.isValid() ? 2 : 1;
+}
+
 // --- Bitmaps --------------------------------------------------------------------
 
 int CQtDC::SetDIBitsToDevice(int xDest, int yDest, DWORD width, DWORD height, int xSrc, int ySrc, UINT startScan,

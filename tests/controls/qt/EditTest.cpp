@@ -125,6 +125,24 @@ TEST_F(EditTest, PasteIntoAFullControlBeepsAndChangesNothing)
     EXPECT_EQ(edit->beeps, 2);
 }
 
+TEST_F(EditTest, PasteCountsAndCutsWholeCharacters)
+{
+    // Lengths count characters, so a character outside the basic plane is one and
+    // is never cut in half.
+    edit->SetMaxChars(2);
+    QApplication::clipboard()->setText(QString::fromUtf8("a\xF0\x9F\x98\x80" "b"));
+    QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(value(edit), "a\xF0\x9F\x98\x80");
+    EXPECT_EQ(edit->beeps, 0);
+
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    EXPECT_EQ(value(edit), "a") << "Backspace takes the whole character";
+    edit->SetString(QString::fromUtf8("\xF0\x9F\x98\x80" "b").toUtf8().constData());
+    edit->setCursorPosition(0);
+    QTest::keyClick(edit, Qt::Key_Delete);
+    EXPECT_EQ(value(edit), "b") << "Delete takes the whole character";
+}
+
 TEST_F(EditTest, UndoAndRedoFollowTheStackRules)
 {
     QTest::keyClicks(edit, "ab");

@@ -6,6 +6,7 @@
 #include <Zel260/platform/qt/ZelMessageTarget.h>
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -226,6 +227,15 @@ TEST(InputContainer, HiddenAndReadOnlyControlsAreNeverValidated)
     EXPECT_EQ(inner.Validate(nullptr), CZelInputControl::eStateInvalid);
     inner.setEnabled(false);
     EXPECT_EQ(inner.Validate(nullptr), CZelInputControl::eStateInvalid) << "disabled controls are validated";
+
+    // Made after its window was shown and never shown itself: hidden on itself.
+    Field late(&host, 6);
+    late.setText("bad");
+    EXPECT_EQ(late.Validate(nullptr), CZelInputControl::eStateValid);
+    late.show();
+    EXPECT_EQ(late.Validate(nullptr), CZelInputControl::eStateInvalid);
+    host.hide();
+    EXPECT_EQ(late.Validate(nullptr), CZelInputControl::eStateInvalid) << "a hidden parent doesn't count";
 }
 
 TEST(InputContainer, EmptyRequiredFieldPassesOnLeavingButFailsOnOk)
@@ -328,4 +338,59 @@ TEST(InputControl, InlineGeometryHelpers)
     EXPECT_EQ(a, c);
     EXPECT_GT(a, 4);
     EXPECT_GT(b, 0);
+}
+
+TEST(InputContainer, ChildrenAddedBeforeAndAfterHookingFollowTheirControl)
+{
+    Host host;
+    // A companion placed beside `number` before hooking counts as part of it.
+    auto* companion = new QPushButton("...", &host);
+    host.layout()->addWidget(companion);
+    host.AddDlgCtrlChild(hwnd(host.number), hwnd(companion));
+    int companionClicks = 0;
+    QObject::connect(companion, &QPushButton::clicked, [&] { ++companionClicks; });
+    host.start();
+    QTest::keyClick(host.number, Qt::Key_Tab); // the container becomes the active one
+    QTest::keyClick(host.name, Qt::Key_Backtab);
+
+    // After hooking: a child given to `name` and a control new to the host.
+    auto* nameChild = new QPushButton("v", host.name);
+    nameChild->setGeometry(0, 0, 10, 10);
+    nameChild->show();
+    host.name->OnDlgCtrlChildAdded(hwnd(nameChild));
+    auto* late = new QPushButton("Late", &host);
+    host.layout()->addWidget(late);
+    late->show();
+    host.name->OnHookDlgCtrl(hwnd(late));
+    int childClicks = 0, lateClicks = 0;
+    QObject::connect(nameChild, &QPushButton::clicked, [&] { ++childClicks; });
+    QObject::connect(late, &QPushButton::clicked, [&] { ++lateClicks; });
+
+    QTest::keyClicks(host.number, "bad");
+    QTest::mouseClick(companion, Qt::LeftButton);
+    EXPECT_EQ(companionClicks, 1) << "the control's own companion is no change of control";
+    EXPECT_TRUE(host.shown.empty());
+
+    host.number->setFocus();
+    QTest::mouseClick(nameChild, Qt::LeftButton);
+    QTest::mouseClick(late, Qt::LeftButton);
+    EXPECT_EQ(childClicks, 0);
+    EXPECT_EQ(lateClicks, 0);
+    EXPECT_TRUE(host.number->hasFocus());
+    EXPECT_EQ(host.shown.size(), 2u);
+}
+
+TEST(InputContainer, ControlInsideAGroupBoxSpeaksToTheHost)
+{
+    Host host;
+    auto* group = new QGroupBox("Group", &host);
+    host.layout()->addWidget(group);
+    auto* inner = new Field(group, 103);
+    inner->SetEmptyAllowed(1);
+    (new QVBoxLayout(group))->addWidget(inner);
+    inner->HookControl();
+    host.start();
+    EXPECT_EQ(inner->GetContainer(), static_cast<CWnd*>(&host)) << "a group box is no container";
+    inner->SetEmptyAllowed(0);
+    EXPECT_EQ(host.emptyFieldChanges, std::vector<int>{1}) << "the empty inner field reaches the host";
 }

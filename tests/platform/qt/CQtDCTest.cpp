@@ -187,3 +187,32 @@ TEST(CQtDC, BorrowedPainterStaysOpen)
     painter.end();
     EXPECT_EQ(px(img, 0, 0), qRgb(255, 255, 255));
 }
+
+TEST(CQtDC, SelectClipRgnReplacesTheClipAndNullRemovesIt)
+{
+    QImage img(20, 10, QImage::Format_RGB32);
+    img.fill(Qt::white);
+    {
+        CQtDC dc(&img);
+        RECT box;
+        dc.IntersectClipRect(CRect(0, 0, 5, 5));
+        // A rectangle outside the old clip still becomes the clip: replaced, not narrowed.
+        EXPECT_EQ(dc.SelectClipRgn(CRect(10, 2, 15, 8)), 2);
+        EXPECT_EQ(dc.GetClipBox(&box), 2);
+        EXPECT_EQ(CRect(box), CRect(10, 2, 15, 8));
+        dc.FillSolidRect(CRect(0, 0, 20, 10), RGB(255, 0, 0));
+
+        EXPECT_EQ(dc.SelectClipRgn(CRect(3, 3, 3, 3)), 1) << "empty rectangle: null region";
+        EXPECT_EQ(dc.GetClipBox(&box), 1);
+        dc.FillSolidRect(CRect(0, 0, 20, 10), RGB(0, 255, 0));
+
+        EXPECT_EQ(dc.SelectClipRgn(nullptr), 2);
+        EXPECT_EQ(dc.GetClipBox(&box), 2);
+        EXPECT_EQ(CRect(box), CRect(0, 0, 20, 10));
+        dc.FillSolidRect(CRect(19, 9, 20, 10), RGB(0, 0, 255));
+    }
+    EXPECT_EQ(px(img, 12, 5), qRgb(255, 0, 0));
+    EXPECT_EQ(px(img, 2, 2), qRgb(255, 255, 255)) << "the old clip no longer lets drawing through";
+    EXPECT_EQ(px(img, 9, 5), qRgb(255, 255, 255));
+    EXPECT_EQ(px(img, 19, 9), qRgb(0, 0, 255)) << "no clip after null";
+}

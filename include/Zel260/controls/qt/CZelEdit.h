@@ -281,6 +281,9 @@ protected:
     CString m_notAllowedChars;
     unsigned int m_minChars = 0;
     unsigned int m_maxChars = 0xFFFFFFFFu;
+    // What typing may fill, in characters; negative: no limit. Set by the LimitText
+    // operations and binding only the user, never the program's own text.
+    long long m_typingLimit = -1;
     int m_trimLeft;
     int m_trimRight;
     int m_wrapRange = 1;

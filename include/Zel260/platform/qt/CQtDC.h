@@ -69,6 +69,7 @@ public:
 
     int GetClipBox(RECT* rect) const override;
     int IntersectClipRect(const RECT& rect) override;
+    int SelectClipRgn(const RECT* rect) override;
 
     int SetDIBitsToDevice(int xDest, int yDest, DWORD width, DWORD height, int xSrc, int ySrc, UINT startScan,
                           UINT scanLines, const void* bits, const BITMAPINFO* info, UINT colourUse) override;
