@@ -1,5 +1,6 @@
 #include <Zel260/time/CZelTimeSpanHelper.h>
 
+#include "FractionRounding.h"
 #include "TimeFields.h"
 
 #include <cmath>
@@ -12,7 +13,6 @@ void CZelTimeSpanHelper::Mjd2Hms(const double& days, long& day, long& hour, long
 
 #include <Zel260/platform/CAtlException.h>
 
-#include <cfenv>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -20,17 +20,6 @@ void CZelTimeSpanHelper::Mjd2Hms(const double& days, long& day, long& hour, long
 #include <type_traits>
 
 namespace {
-
-double nearbyEven(double v)
-{
-    const int mode = std::fegetround();
-    if (mode != FE_TONEAREST)
-        std::fesetround(FE_TONEAREST);
-    const double r = std::nearbyint(v);
-    if (mode != FE_TONEAREST)
-        std::fesetround(mode);
-    return r;
-}
 
 // Fills "%u" from the two 32-bit halves of one 64-bit argument, as a printf of the
 // text with that argument would, and turns "%%" into "%". A third "%u" has no
@@ -251,43 +240,13 @@ double CZelTimeSpanHelper::Round(CZelTimeSpan& span, eRoundFlag flag)
     const __time64_t s = span.GetTimeSpan();
     CTimeSpan& base = span;
     switch (flag) {
-    case eRoundSecond:
-        if (s <= hi - 1 && s >= lo + 1) {
-            if (span.m_fracSecond >= 0.5)
-                base += CTimeSpan(1);
-            span.m_fracSecond = 0.0;
-        }
-        break;
     case eRoundMinute:
     case eRoundHour:
         if (roundWholeSpan(base, flag, lo, hi))
             span.m_fracSecond = 0.0;
         break;
-    case eRoundMillisecond:
-    case eRoundHundredth: {
-        const double scale = flag == eRoundMillisecond ? 1000.0 : 100.0;
-        const double k = nearbyEven(span.m_fracSecond * scale);
-        if (k == scale) {
-            base += CTimeSpan(1);
-            span.m_fracSecond = 0.0;
-        } else {
-            span.m_fracSecond = k / scale;
-        }
-        break;
-    }
-    case eRoundTenth: {
-        const double k = nearbyEven(span.m_fracSecond * 10.0);
-        if (k == 10.0) {
-            if (s <= hi - 1 && s >= lo + 1) {
-                base += CTimeSpan(1);
-                span.m_fracSecond = 0.0;
-            }
-        } else {
-            span.m_fracSecond = k / 10.0;
-        }
-        break;
-    }
     default:
+        zeltime::RoundFraction(base, span.m_fracSecond, flag, s, lo, hi);
         break;
     }
     return GetMjd(span);
