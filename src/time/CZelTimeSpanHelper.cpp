@@ -277,10 +277,13 @@ double CZelTimeSpanHelper::Round(COleDateTimeSpan& span, eRoundFlag flag)
 
 // ---- Text ------------------------------------------------------------------------
 
-CString CZelTimeSpanHelper::Format(const CZelTimeSpan& span, const char* format, eRoundFlag flag)
+namespace {
+
+// Format of the two whole-second spans; a CZelTimeSpan's fraction never shows.
+template <class Span>
+CString formatWholeSeconds(Span copy, const char* format, CZelTimeSpanHelper::eRoundFlag flag)
 {
-    CZelTimeSpan copy(span);
-    Round(copy, flag);
+    CZelTimeSpanHelper::Round(copy, flag);
     bool hourToken, days;
     const CString text = expandWithHourToken(
         format ? format : "", [&copy](const CString& t) { return copy.CTimeSpan::Format(t); }, hourToken, days);
@@ -290,17 +293,16 @@ CString CZelTimeSpanHelper::Format(const CZelTimeSpan& span, const char* format,
     return fillAll(text, static_cast<std::uint64_t>(hours));
 }
 
+} // namespace
+
+CString CZelTimeSpanHelper::Format(const CZelTimeSpan& span, const char* format, eRoundFlag flag)
+{
+    return formatWholeSeconds(span, format, flag);
+}
+
 CString CZelTimeSpanHelper::Format(const CTimeSpan& span, const char* format, eRoundFlag flag)
 {
-    CTimeSpan copy(span);
-    Round(copy, flag);
-    bool hourToken, days;
-    const CString text = expandWithHourToken(
-        format ? format : "", [&copy](const CString& t) { return copy.Format(t); }, hourToken, days);
-    if (!hourToken)
-        return text;
-    const std::int64_t hours = days ? copy.GetHours() : copy.GetTimeSpan() / 3600;
-    return fillAll(text, static_cast<std::uint64_t>(hours));
+    return formatWholeSeconds(span, format, flag);
 }
 
 CString CZelTimeSpanHelper::Format(const COleDateTimeSpan& span, const char* format, eRoundFlag flag)
