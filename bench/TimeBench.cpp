@@ -51,50 +51,74 @@ const std::vector<Date>& dates()
     return all;
 }
 
+// One value a day of dates(), made by `make`.
+template <class T, class Make>
+std::vector<T> perDate(Make make)
+{
+    std::vector<T> v;
+    for (const auto& d : dates())
+        v.push_back(make(d));
+    return v;
+}
+
 const std::vector<COleDateTime>& oleDates()
 {
-    static const std::vector<COleDateTime> all = [] {
-        std::vector<COleDateTime> v;
-        for (const auto& d : dates())
-            v.emplace_back(d.y, d.m, d.d, 0, 0, 0);
-        return v;
-    }();
+    static const auto all = perDate<COleDateTime>([](const Date& d) { return COleDateTime(d.y, d.m, d.d, 0, 0, 0); });
     return all;
 }
 
 // The same days at a time of day, as a caller holds them.
 const std::vector<COleDateTime>& oleTimes()
 {
-    static const std::vector<COleDateTime> all = [] {
-        std::vector<COleDateTime> v;
-        for (const auto& d : dates())
-            v.emplace_back(d.y, d.m, d.d, 13, 45, 10);
-        return v;
-    }();
+    static const auto all =
+        perDate<COleDateTime>([](const Date& d) { return COleDateTime(d.y, d.m, d.d, 13, 45, 10); });
     return all;
 }
 
 // 12:34:56 local stands clear of every daylight-saving switch.
 const std::vector<CTime>& ctimes()
 {
-    static const std::vector<CTime> all = [] {
-        std::vector<CTime> v;
-        for (const auto& d : dates())
-            v.emplace_back(d.y, d.m, d.d, 12, 34, 56, -1);
-        return v;
-    }();
+    static const auto all = perDate<CTime>([](const Date& d) { return CTime(d.y, d.m, d.d, 12, 34, 56, -1); });
     return all;
 }
 
 const std::vector<CZelTime>& zelTimes()
 {
-    static const std::vector<CZelTime> all = [] {
-        std::vector<CZelTime> v;
-        for (const auto& d : dates())
-            v.emplace_back(CZelTime::Mjd(d.y, d.m, d.d, 12, 34, 56.375));
-        return v;
-    }();
+    static const auto all =
+        perDate<CZelTime>([](const Date& d) { return CZelTime(CZelTime::Mjd(d.y, d.m, d.d, 12, 34, 56.375)); });
     return all;
+}
+
+// Runs `f` on every element of `v` in each iteration and counts them as the items.
+template <class T, class F>
+void forEachItem(benchmark::State& state, const std::vector<T>& v, F f)
+{
+    for (auto _ : state)
+        for (const auto& x : v)
+            f(x);
+    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+}
+
+// The MJDs of dates(), as numbers.
+constexpr long FirstMjd = 40588, DayCount = 62154 - 40588 + 1;
+
+// Runs `f` on every MJD of dates() plus `dayPart` in each iteration.
+template <class F>
+void forEachMjd(benchmark::State& state, double dayPart, F f)
+{
+    for (auto _ : state)
+        for (long i = 0; i < DayCount; ++i)
+            f(static_cast<double>(FirstMjd) + i + dayPart);
+    state.SetItemsProcessed(state.iterations() * DayCount);
+}
+
+// True, with the run marked skipped, when the ERFA peers can't run.
+bool erfaMissing(benchmark::State& state)
+{
+    if (HaveErfa)
+        return false;
+    state.SkipWithError("liberfa not found");
+    return true;
 }
 
 // ERFA's MJD of broken-down fields, with the time of day added as ERFA does it.
@@ -108,67 +132,46 @@ inline double erfaMjdOfTm(const struct tm& tm, double fraction)
 
 void BM_GetMjd_CTime(benchmark::State& state)
 {
-    const auto& v = ctimes();
-    for (auto _ : state)
-        for (const auto& t : v)
-            benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t));
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, ctimes(), [](const CTime& t) { benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t)); });
 }
 BENCHMARK(BM_GetMjd_CTime);
 
 void BM_Peer_localtime_eraCal2jd_CTime(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const auto& v = ctimes();
-    for (auto _ : state)
-        for (const auto& t : v) {
-            const time_t secs = t.GetTime();
-            struct tm tm;
-            localtime_r(&secs, &tm);
-            benchmark::DoNotOptimize(erfaMjdOfTm(tm, 0.0));
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, ctimes(), [](const CTime& t) {
+        const time_t secs = t.GetTime();
+        struct tm tm;
+        localtime_r(&secs, &tm);
+        benchmark::DoNotOptimize(erfaMjdOfTm(tm, 0.0));
+    });
 }
 BENCHMARK(BM_Peer_localtime_eraCal2jd_CTime);
 
 void BM_GetMjd_CZelTime(benchmark::State& state)
 {
-    const auto& v = zelTimes();
-    for (auto _ : state)
-        for (const auto& t : v)
-            benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t));
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, zelTimes(), [](const CZelTime& t) { benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t)); });
 }
 BENCHMARK(BM_GetMjd_CZelTime);
 
 void BM_Peer_localtime_eraCal2jd_CZelTime(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const auto& v = zelTimes();
-    for (auto _ : state)
-        for (const auto& t : v) {
-            const time_t secs = t.GetTime();
-            struct tm tm;
-            localtime_r(&secs, &tm);
-            benchmark::DoNotOptimize(erfaMjdOfTm(tm, t.GetFracSecond()));
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, zelTimes(), [](const CZelTime& t) {
+        const time_t secs = t.GetTime();
+        struct tm tm;
+        localtime_r(&secs, &tm);
+        benchmark::DoNotOptimize(erfaMjdOfTm(tm, t.GetFracSecond()));
+    });
 }
 BENCHMARK(BM_Peer_localtime_eraCal2jd_CZelTime);
 
 void BM_GetMjd_OleDateTime_WithTime(benchmark::State& state)
 {
-    const auto& v = oleTimes();
-    for (auto _ : state)
-        for (const auto& t : v)
-            benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t));
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, oleTimes(),
+                [](const COleDateTime& t) { benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t)); });
 }
 BENCHMARK(BM_GetMjd_OleDateTime_WithTime);
 
@@ -176,18 +179,13 @@ BENCHMARK(BM_GetMjd_OleDateTime_WithTime);
 // can take it; GetAsTm is the platform's one call for that.
 void BM_Peer_GetAsTm_eraCal2jd_OleDateTime(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const auto& v = oleTimes();
-    for (auto _ : state)
-        for (const auto& t : v) {
-            struct tm tm;
-            t.GetAsTm(tm);
-            benchmark::DoNotOptimize(erfaMjdOfTm(tm, 0.0));
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, oleTimes(), [](const COleDateTime& t) {
+        struct tm tm;
+        t.GetAsTm(tm);
+        benchmark::DoNotOptimize(erfaMjdOfTm(tm, 0.0));
+    });
 }
 BENCHMARK(BM_Peer_GetAsTm_eraCal2jd_OleDateTime);
 
@@ -195,163 +193,125 @@ BENCHMARK(BM_Peer_GetAsTm_eraCal2jd_OleDateTime);
 // of the arithmetic after the breakdown.
 void BM_Peer_GetAsFields_eraCal2jd_OleDateTime(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const auto& v = oleTimes();
-    for (auto _ : state)
-        for (const auto& t : v) {
-            struct tm tm {};
-            t.GetAsFields(tm.tm_year, tm.tm_mon, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
-            tm.tm_year -= 1900;
-            tm.tm_mon -= 1;
-            benchmark::DoNotOptimize(erfaMjdOfTm(tm, 0.0));
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, oleTimes(), [](const COleDateTime& t) {
+        struct tm tm {};
+        t.GetAsFields(tm.tm_year, tm.tm_mon, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
+        tm.tm_year -= 1900;
+        tm.tm_mon -= 1;
+        benchmark::DoNotOptimize(erfaMjdOfTm(tm, 0.0));
+    });
 }
 BENCHMARK(BM_Peer_GetAsFields_eraCal2jd_OleDateTime);
 
 void BM_GetMjd_OleDateTime(benchmark::State& state)
 {
-    const auto& v = oleDates();
-    for (auto _ : state)
-        for (const auto& t : v)
-            benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t));
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, oleDates(),
+                [](const COleDateTime& t) { benchmark::DoNotOptimize(CZelTimeHelper::GetMjd(t)); });
 }
 BENCHMARK(BM_GetMjd_OleDateTime);
 
 void BM_StaticMjd(benchmark::State& state)
 {
-    const auto& v = dates();
-    for (auto _ : state)
-        for (const auto& d : v)
-            benchmark::DoNotOptimize(CZelTime::Mjd(d.y, d.m, d.d, 0, 0, 0.0));
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, dates(),
+                [](const Date& d) { benchmark::DoNotOptimize(CZelTime::Mjd(d.y, d.m, d.d, 0, 0, 0.0)); });
 }
 BENCHMARK(BM_StaticMjd);
 
 void BM_Peer_eraCal2jd(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const auto& v = dates();
-    for (auto _ : state)
-        for (const auto& d : v) {
-            double djm0, djm;
-            benchmark::DoNotOptimize(eraCal2jd(d.y, d.m, d.d, &djm0, &djm));
-            benchmark::DoNotOptimize(djm);
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, dates(), [](const Date& d) {
+        double djm0, djm;
+        benchmark::DoNotOptimize(eraCal2jd(d.y, d.m, d.d, &djm0, &djm));
+        benchmark::DoNotOptimize(djm);
+    });
 }
 BENCHMARK(BM_Peer_eraCal2jd);
 
 void BM_StaticMjd_WithTime(benchmark::State& state)
 {
-    const auto& v = dates();
-    for (auto _ : state)
-        for (const auto& d : v)
-            benchmark::DoNotOptimize(CZelTime::Mjd(d.y, d.m, d.d, 13, 45, 10.0));
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, dates(),
+                [](const Date& d) { benchmark::DoNotOptimize(CZelTime::Mjd(d.y, d.m, d.d, 13, 45, 10.0)); });
 }
 BENCHMARK(BM_StaticMjd_WithTime);
 
 void BM_Peer_eraCal2jd_eraTf2d(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const auto& v = dates();
-    for (auto _ : state)
-        for (const auto& d : v) {
-            double djm0, djm, dayPart;
-            eraCal2jd(d.y, d.m, d.d, &djm0, &djm);
-            eraTf2d('+', 13, 45, 10.0, &dayPart);
-            benchmark::DoNotOptimize(djm + dayPart);
-        }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(v.size()));
+    forEachItem(state, dates(), [](const Date& d) {
+        double djm0, djm, dayPart;
+        eraCal2jd(d.y, d.m, d.d, &djm0, &djm);
+        eraTf2d('+', 13, 45, 10.0, &dayPart);
+        benchmark::DoNotOptimize(djm + dayPart);
+    });
 }
 BENCHMARK(BM_Peer_eraCal2jd_eraTf2d);
 
 void BM_Mjd2Ymd(benchmark::State& state)
 {
-    const long n = 62154 - 40588 + 1;
-    for (auto _ : state)
-        for (long i = 0; i < n; ++i) {
-            long y, mo, d, h, mi, s;
-            double f;
-            CZelTimeHelper::Mjd2Ymd(40588.0 + i, y, mo, d, h, mi, s, f);
-            benchmark::DoNotOptimize(d);
-        }
-    state.SetItemsProcessed(state.iterations() * n);
+    forEachMjd(state, 0.0, [](double mjd) {
+        long y, mo, d, h, mi, s;
+        double f;
+        CZelTimeHelper::Mjd2Ymd(mjd, y, mo, d, h, mi, s, f);
+        benchmark::DoNotOptimize(d);
+    });
 }
 BENCHMARK(BM_Mjd2Ymd);
 
 void BM_Peer_eraJd2cal(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const long n = 62154 - 40588 + 1;
-    for (auto _ : state)
-        for (long i = 0; i < n; ++i) {
-            int y, m, d;
-            double f;
-            benchmark::DoNotOptimize(eraJd2cal(2400000.5, 40588.0 + i, &y, &m, &d, &f));
-            benchmark::DoNotOptimize(d);
-        }
-    state.SetItemsProcessed(state.iterations() * n);
+    forEachMjd(state, 0.0, [](double mjd) {
+        int y, m, d;
+        double f;
+        benchmark::DoNotOptimize(eraJd2cal(2400000.5, mjd, &y, &m, &d, &f));
+        benchmark::DoNotOptimize(d);
+    });
 }
 BENCHMARK(BM_Peer_eraJd2cal);
 
 // The same with a time of day, where the clock has to be split too.
 void BM_Mjd2Ymd_WithTime(benchmark::State& state)
 {
-    const long n = 62154 - 40588 + 1;
-    for (auto _ : state)
-        for (long i = 0; i < n; ++i) {
-            long y, mo, d, h, mi, s;
-            double f;
-            CZelTimeHelper::Mjd2Ymd(40588.0 + i + 0.5734, y, mo, d, h, mi, s, f);
-            benchmark::DoNotOptimize(s);
-        }
-    state.SetItemsProcessed(state.iterations() * n);
+    forEachMjd(state, 0.5734, [](double mjd) {
+        long y, mo, d, h, mi, s;
+        double f;
+        CZelTimeHelper::Mjd2Ymd(mjd, y, mo, d, h, mi, s, f);
+        benchmark::DoNotOptimize(s);
+    });
 }
 BENCHMARK(BM_Mjd2Ymd_WithTime);
 
 void BM_Peer_eraJd2cal_WithTime(benchmark::State& state)
 {
-    if (!HaveErfa) {
-        state.SkipWithError("liberfa not found");
+    if (erfaMissing(state))
         return;
-    }
-    const long n = 62154 - 40588 + 1;
-    for (auto _ : state)
-        for (long i = 0; i < n; ++i) {
-            int y, m, d;
-            double f;
-            benchmark::DoNotOptimize(eraJd2cal(2400000.5, 40588.0 + i + 0.5734, &y, &m, &d, &f));
-            benchmark::DoNotOptimize(f);
-        }
-    state.SetItemsProcessed(state.iterations() * n);
+    forEachMjd(state, 0.5734, [](double mjd) {
+        int y, m, d;
+        double f;
+        benchmark::DoNotOptimize(eraJd2cal(2400000.5, mjd, &y, &m, &d, &f));
+        benchmark::DoNotOptimize(f);
+    });
 }
 BENCHMARK(BM_Peer_eraJd2cal_WithTime);
 
-void BM_CZelTimeFormat(benchmark::State& state)
+// CZelTime::Format with the stored time format `format`, which is put back to 17 after.
+void formatWith(benchmark::State& state, int format)
 {
-    CZelTime::StoreCurrentTimeFormat(17);
+    CZelTime::StoreCurrentTimeFormat(format);
     const CZelTime t(2007, 3, 2, 13, 45, 10, -1);
     for (auto _ : state)
         benchmark::DoNotOptimize(t.Format(0));
+    CZelTime::StoreCurrentTimeFormat(17);
 }
-BENCHMARK(BM_CZelTimeFormat);
 
-void BM_Peer_strftime(benchmark::State& state)
+// The peer of formatWith: the same time through localtime_r and strftime.
+void strftimeWith(benchmark::State& state, const char* pattern)
 {
     const CZelTime t(2007, 3, 2, 13, 45, 10, -1);
     const time_t secs = t.GetTime();
@@ -359,35 +319,22 @@ void BM_Peer_strftime(benchmark::State& state)
         struct tm tm;
         char buf[128];
         localtime_r(&secs, &tm);
-        benchmark::DoNotOptimize(strftime(buf, sizeof buf, "%d.%m.%Y %H:%M:%S", &tm));
+        benchmark::DoNotOptimize(strftime(buf, sizeof buf, pattern, &tm));
         benchmark::DoNotOptimize(buf);
     }
 }
+
+void BM_CZelTimeFormat(benchmark::State& state) { formatWith(state, 17); }
+BENCHMARK(BM_CZelTimeFormat);
+
+void BM_Peer_strftime(benchmark::State& state) { strftimeWith(state, "%d.%m.%Y %H:%M:%S"); }
 BENCHMARK(BM_Peer_strftime);
 
 // A template with the locale's AM/PM marker, which strftime itself writes.
-void BM_CZelTimeFormat_AmPm(benchmark::State& state)
-{
-    CZelTime::StoreCurrentTimeFormat(2);
-    const CZelTime t(2007, 3, 2, 13, 45, 10, -1);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(t.Format(0));
-    CZelTime::StoreCurrentTimeFormat(17);
-}
+void BM_CZelTimeFormat_AmPm(benchmark::State& state) { formatWith(state, 2); }
 BENCHMARK(BM_CZelTimeFormat_AmPm);
 
-void BM_Peer_strftime_AmPm(benchmark::State& state)
-{
-    const CZelTime t(2007, 3, 2, 13, 45, 10, -1);
-    const time_t secs = t.GetTime();
-    for (auto _ : state) {
-        struct tm tm;
-        char buf[128];
-        localtime_r(&secs, &tm);
-        benchmark::DoNotOptimize(strftime(buf, sizeof buf, "%m/%d/%Y %-I:%M:%S %p", &tm));
-        benchmark::DoNotOptimize(buf);
-    }
-}
+void BM_Peer_strftime_AmPm(benchmark::State& state) { strftimeWith(state, "%m/%d/%Y %-I:%M:%S %p"); }
 BENCHMARK(BM_Peer_strftime_AmPm);
 
 } // namespace

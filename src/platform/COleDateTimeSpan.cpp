@@ -1,6 +1,8 @@
 #include <Zel260/platform/COleDateTimeSpan.h>
 #include <Zel260/platform/CAtlException.h>
 
+#include "platform/SpanFormat.h"
+
 #include <cmath>
 #include <cstdio>
 
@@ -52,41 +54,9 @@ LONG COleDateTimeSpan::GetSeconds() const noexcept { return clampToLong(std::fmo
 
 CString COleDateTimeSpan::Format(const char* format) const
 {
-    CString out;
-    if (!format || m_status != valid)
-        return out;
-    char buf[32];
-    for (const char* p = format; *p; ++p) {
-        if (*p != '%') {
-            out += *p;
-            continue;
-        }
-        ++p;
-        bool noPad = false;
-        if (*p == '#') {
-            noPad = true;
-            ++p;
-        }
-        long v = 0;
-        switch (*p) {
-        case '%':
-            if (noPad)
-                AtlThrow(E_INVALIDARG);
-            out += '%';
-            continue;
-        case 'D':
-            std::snprintf(buf, sizeof buf, "%ld", static_cast<long>(GetDays()));
-            out += buf;
-            continue;
-        case 'H': v = GetHours(); break;
-        case 'M': v = GetMinutes(); break;
-        case 'S': v = GetSeconds(); break;
-        default: AtlThrow(E_INVALIDARG);
-        }
-        std::snprintf(buf, sizeof buf, noPad ? "%ld" : "%02ld", v);
-        out += buf;
-    }
-    return out;
+    if (m_status != valid)
+        return CString();
+    return zelplatform::FormatSpanFields(format, GetDays(), GetHours(), GetMinutes(), GetSeconds());
 }
 
 COleDateTimeSpan COleDateTimeSpan::operator+(const COleDateTimeSpan& other) const noexcept

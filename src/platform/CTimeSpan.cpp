@@ -1,8 +1,7 @@
 #include <Zel260/platform/CTimeSpan.h>
 #include <Zel260/platform/CAtlException.h>
 
-#include <cinttypes>
-#include <cstdio>
+#include "platform/SpanFormat.h"
 
 CTimeSpan::CTimeSpan(LONG days, int hours, int minutes, int seconds) noexcept
 {
@@ -19,46 +18,5 @@ CTimeSpan::CTimeSpan(LONG days, int hours, int minutes, int seconds) noexcept
 
 CString CTimeSpan::Format(const char* format) const
 {
-    CString out;
-    if (!format)
-        return out;
-    char buf[32];
-    for (const char* p = format; *p; ++p) {
-        if (*p != '%') {
-            out += *p;
-            continue;
-        }
-        ++p;
-        bool noPad = false;
-        if (*p == '#') {
-            noPad = true;
-            ++p;
-        }
-        switch (*p) {
-        case '%':
-            if (noPad)
-                AtlThrow(E_INVALIDARG);
-            out += '%';
-            break;
-        case 'D':
-            std::snprintf(buf, sizeof buf, "%" PRId64, static_cast<std::int64_t>(GetDays()));
-            out += buf;
-            break;
-        case 'H':
-            std::snprintf(buf, sizeof buf, noPad ? "%ld" : "%02ld", static_cast<long>(GetHours()));
-            out += buf;
-            break;
-        case 'M':
-            std::snprintf(buf, sizeof buf, noPad ? "%ld" : "%02ld", static_cast<long>(GetMinutes()));
-            out += buf;
-            break;
-        case 'S':
-            std::snprintf(buf, sizeof buf, noPad ? "%ld" : "%02ld", static_cast<long>(GetSeconds()));
-            out += buf;
-            break;
-        default:
-            AtlThrow(E_INVALIDARG);
-        }
-    }
-    return out;
+    return zelplatform::FormatSpanFields(format, GetDays(), GetHours(), GetMinutes(), GetSeconds());
 }

@@ -1,6 +1,8 @@
 #include <Zel260/platform/CWinApp.h>
 #include <Zel260/platform/PrivateProfile.h>
 
+#include "platform/ProgramName.h"
+
 #include <string>
 #include <vector>
 
@@ -14,20 +16,10 @@ CWinApp*& currentApp()
     return app;
 }
 
-CString programName()
-{
-    char path[4096];
-    ssize_t n = ::readlink("/proc/self/exe", path, sizeof path - 1);
-    if (n <= 0)
-        return CString("Application");
-    std::string p(path, static_cast<size_t>(n));
-    return CString(p.substr(p.rfind('/') + 1));
-}
-
 } // namespace
 
 CWinApp::CWinApp(const char* appName)
-    : m_appName(appName && appName[0] ? CString(appName) : programName()),
+    : m_appName(appName && appName[0] ? CString(appName) : zelplatform::ProgramName()),
       m_profileName(m_appName + ".INI")
 {
     m_pszAppName = m_appName.GetString();

@@ -84,18 +84,28 @@ struct FileBytes {
     std::string_view view() const { return {data.get() + skip, size - skip}; }
 };
 
-// The whole file, or false when it isn't a readable regular file. O_NONBLOCK keeps
-// a FIFO from blocking the open; the S_ISREG test then refuses it.
-bool readWholeFile(const std::string& path, FileBytes& out)
+// An open descriptor of `path` with its size in `st`, or -1 when it isn't a readable
+// regular file. O_NONBLOCK keeps a FIFO from blocking the open; the S_ISREG test then
+// refuses it.
+int openRegularFile(const std::string& path, struct stat& st)
 {
     int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
-        return false;
-    struct stat st;
+        return -1;
     if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
         ::close(fd);
-        return false;
+        return -1;
     }
+    return fd;
+}
+
+// The whole file, or false when it isn't a readable regular file.
+bool readWholeFile(const std::string& path, FileBytes& out)
+{
+    struct stat st;
+    int fd = openRegularFile(path, st);
+    if (fd < 0)
+        return false;
     size_t capacity = static_cast<size_t>(st.st_size) + 1; // +1 sees growth at once
     out.data.reset(new char[capacity]);
     size_t got = 0;
@@ -278,14 +288,10 @@ private:
 bool readValue(const char* fileName, std::string_view section, std::string_view key, FileBytes& file,
                std::string_view& value)
 {
-    int fd = ::open(resolveName(fileName).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat st;
+    int fd = openRegularFile(resolveName(fileName), st);
     if (fd < 0)
         return false;
-    struct stat st;
-    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
-        ::close(fd);
-        return false;
-    }
     constexpr size_t kBlock = 16384;
     size_t capacity = static_cast<size_t>(st.st_size) + 1;
     file.data.reset(new char[capacity]);

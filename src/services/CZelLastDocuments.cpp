@@ -7,6 +7,8 @@
 
 #include <Zel260/frame/ZelModule.h>
 
+#include "platform/ProgramName.h"
+
 #include <string>
 
 #include <sys/stat.h>
@@ -71,16 +73,6 @@ CString nameOf(const CString& value)
     return value.Left(brk); // Left(-1) is "": a value without a break names nothing
 }
 
-CString programName()
-{
-    char path[4096];
-    ssize_t n = ::readlink("/proc/self/exe", path, sizeof path - 1);
-    if (n <= 0)
-        return CString("Application");
-    std::string p(path, static_cast<size_t>(n));
-    return CString(p.substr(p.rfind('/') + 1));
-}
-
 } // namespace
 
 CZelLastDocuments::CZelLastDocuments(const char* iniFile, unsigned int entries)
@@ -110,7 +102,7 @@ CString CZelLastDocuments::GetProfileString(unsigned int position)
 {
     if (m_section.IsEmpty()) {
         const char* app = AfxGetAppName();
-        m_section = app && app[0] ? CString(app) : programName();
+        m_section = app && app[0] ? CString(app) : zelplatform::ProgramName();
     }
     CString key;
     key.Format("%s%u", m_entry.GetString(), position);

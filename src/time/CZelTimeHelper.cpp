@@ -7,11 +7,11 @@
 #include <Zel260/time/CZelTimeSpanHelper.h>
 
 #include "LeapSecondTable.h"
+#include "FractionRounding.h"
 #include "TimeFields.h"
 #include "TimeProfile.h"
 
 #include <algorithm>
-#include <cfenv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -104,18 +104,6 @@ std::map<double, double>& loadedTable()
     if (table.empty())
         loadLeapSecondTable(table);
     return table;
-}
-
-// Rounds half to even as the processor does by default, whatever mode is set.
-double nearbyEven(double v)
-{
-    const int mode = std::fegetround();
-    if (mode != FE_TONEAREST)
-        std::fesetround(FE_TONEAREST);
-    const double r = std::nearbyint(v);
-    if (mode != FE_TONEAREST)
-        std::fesetround(mode);
-    return r;
 }
 
 bool tmOf(const CTime& t, struct tm& tm) { return t.GetLocalTm(&tm) != nullptr; }
@@ -668,6 +656,36 @@ void CZelTimeHelper::ConvertZelTimeFormatToDateTimeCtrl(CString& format)
 
 // ---- Rounding --------------------------------------------------------------------
 
+namespace {
+
+// Minute and hour rounding shared by CTime and CZelTime; true when it acted. Gives
+// up where the rounded time would leave [lo, hi].
+bool roundWholeTime(CTime& time, int n, __time64_t lo, __time64_t hi)
+{
+    const __time64_t t = time.GetTime();
+    if (n == CZelTimeHelper::eRoundMinute) {
+        const int sec = time.GetSecond();
+        if (!(t <= hi - 60 && t >= lo + sec))
+            return false;
+        if (sec >= 30)
+            time += CTimeSpan(60);
+        time -= CTimeSpan(sec);
+        return true;
+    }
+    if (n == CZelTimeHelper::eRoundHour) {
+        const int part = time.GetMinute() * 60 + time.GetSecond();
+        if (!(t <= hi - 3600 && t >= lo + part))
+            return false;
+        if (time.GetMinute() >= 30)
+            time += CTimeSpan(3600);
+        time -= CTimeSpan(part);
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
 double CZelTimeHelper::Round(CZelTime& time, eRoundFlag flag)
 {
     RoundInPlace(time, flag);
@@ -681,62 +699,12 @@ void CZelTimeHelper::RoundInPlace(CZelTime& time, eRoundFlag flag)
     const __time64_t lo = MinCTime().GetTime();
     const __time64_t hi = MaxCTime().GetTime();
     CTime& base = time;
-    switch (n) {
-    case eRoundSecond:
-        if (t <= hi - 1 && t >= lo + 1) {
-            if (time.m_fracSecond >= 0.5)
-                base += CTimeSpan(1);
+    if (n == eRoundMinute || n == eRoundHour) {
+        if (roundWholeTime(base, n, lo, hi))
             time.m_fracSecond = 0.0;
-        }
-        break;
-    case eRoundMinute: {
-        const int sec = time.GetSecond();
-        if (t <= hi - 60 && t >= lo + sec) {
-            if (sec >= 30)
-                base += CTimeSpan(60);
-            base -= CTimeSpan(sec);
-            time.m_fracSecond = 0.0;
-        }
-        break;
+    } else {
+        zeltime::RoundFraction(base, time.m_fracSecond, n, t, lo, hi);
     }
-    case eRoundHour: {
-        const int part = time.GetMinute() * 60 + time.GetSecond();
-        if (t <= hi - 3600 && t >= lo + part) {
-            if (time.GetMinute() >= 30)
-                base += CTimeSpan(3600);
-            base -= CTimeSpan(part);
-            time.m_fracSecond = 0.0;
-        }
-        break;
-    }
-    case eRoundMillisecond:
-    case eRoundHundredth: {
-        const double scale = n == eRoundMillisecond ? 1000.0 : 100.0;
-        const double k = nearbyEven(time.m_fracSecond * scale);
-        if (k == scale) {
-            base += CTimeSpan(1);
-            time.m_fracSecond = 0.0;
-        } else {
-            time.m_fracSecond = k / scale;
-        }
-        break;
-    }
-    case eRoundTenth: {
-        const double k = nearbyEven(time.m_fracSecond * 10.0);
-        if (k == 10.0) {
-            if (t <= hi - 1 && t >= lo + 1) {
-                base += CTimeSpan(1);
-                time.m_fracSecond = 0.0;
-            }
-        } else {
-            time.m_fracSecond = k / 10.0;
-        }
-        break;
-    }
-    default:
-        break;
-    }
-
 }
 
 double CZelTimeHelper::Round(CTime& time, eRoundFlag flag)
@@ -748,25 +716,7 @@ double CZelTimeHelper::Round(CTime& time, eRoundFlag flag)
 void CZelTimeHelper::RoundInPlace(CTime& time, eRoundFlag flag)
 {
     const int n = flag & ~128;
-    const __time64_t t = time.GetTime();
-    const __time64_t lo = MinCTime().GetTime();
-    const __time64_t hi = MaxCTime().GetTime();
-    if (n == eRoundMinute) {
-        const int sec = time.GetSecond();
-        if (t <= hi - 60 && t >= lo + sec) {
-            if (sec >= 30)
-                time += CTimeSpan(60);
-            time -= CTimeSpan(sec);
-        }
-    } else if (n == eRoundHour) {
-        const int part = time.GetMinute() * 60 + time.GetSecond();
-        if (t <= hi - 3600 && t >= lo + part) {
-            if (time.GetMinute() >= 30)
-                time += CTimeSpan(3600);
-            time -= CTimeSpan(part);
-        }
-    }
-
+    roundWholeTime(time, n, MinCTime().GetTime(), MaxCTime().GetTime());
 }
 
 double CZelTimeHelper::Round(COleDateTime& time, eRoundFlag flag)

@@ -1,5 +1,6 @@
 #include <Zel260/time/CZelTimeSpanHelper.h>
 
+#include "FractionRounding.h"
 #include "TimeFields.h"
 
 #include <cmath>
@@ -12,7 +13,6 @@ void CZelTimeSpanHelper::Mjd2Hms(const double& days, long& day, long& hour, long
 
 #include <Zel260/platform/CAtlException.h>
 
-#include <cfenv>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -20,17 +20,6 @@ void CZelTimeSpanHelper::Mjd2Hms(const double& days, long& day, long& hour, long
 #include <type_traits>
 
 namespace {
-
-double nearbyEven(double v)
-{
-    const int mode = std::fegetround();
-    if (mode != FE_TONEAREST)
-        std::fesetround(FE_TONEAREST);
-    const double r = std::nearbyint(v);
-    if (mode != FE_TONEAREST)
-        std::fesetround(mode);
-    return r;
-}
 
 // Fills "%u" from the two 32-bit halves of one 64-bit argument, as a printf of the
 // text with that argument would, and turns "%%" into "%". A third "%u" has no
@@ -251,43 +240,13 @@ double CZelTimeSpanHelper::Round(CZelTimeSpan& span, eRoundFlag flag)
     const __time64_t s = span.GetTimeSpan();
     CTimeSpan& base = span;
     switch (flag) {
-    case eRoundSecond:
-        if (s <= hi - 1 && s >= lo + 1) {
-            if (span.m_fracSecond >= 0.5)
-                base += CTimeSpan(1);
-            span.m_fracSecond = 0.0;
-        }
-        break;
     case eRoundMinute:
     case eRoundHour:
         if (roundWholeSpan(base, flag, lo, hi))
             span.m_fracSecond = 0.0;
         break;
-    case eRoundMillisecond:
-    case eRoundHundredth: {
-        const double scale = flag == eRoundMillisecond ? 1000.0 : 100.0;
-        const double k = nearbyEven(span.m_fracSecond * scale);
-        if (k == scale) {
-            base += CTimeSpan(1);
-            span.m_fracSecond = 0.0;
-        } else {
-            span.m_fracSecond = k / scale;
-        }
-        break;
-    }
-    case eRoundTenth: {
-        const double k = nearbyEven(span.m_fracSecond * 10.0);
-        if (k == 10.0) {
-            if (s <= hi - 1 && s >= lo + 1) {
-                base += CTimeSpan(1);
-                span.m_fracSecond = 0.0;
-            }
-        } else {
-            span.m_fracSecond = k / 10.0;
-        }
-        break;
-    }
     default:
+        zeltime::RoundFraction(base, span.m_fracSecond, flag, s, lo, hi);
         break;
     }
     return GetMjd(span);
@@ -318,10 +277,13 @@ double CZelTimeSpanHelper::Round(COleDateTimeSpan& span, eRoundFlag flag)
 
 // ---- Text ------------------------------------------------------------------------
 
-CString CZelTimeSpanHelper::Format(const CZelTimeSpan& span, const char* format, eRoundFlag flag)
+namespace {
+
+// Format of the two whole-second spans; a CZelTimeSpan's fraction never shows.
+template <class Span>
+CString formatWholeSeconds(Span copy, const char* format, CZelTimeSpanHelper::eRoundFlag flag)
 {
-    CZelTimeSpan copy(span);
-    Round(copy, flag);
+    CZelTimeSpanHelper::Round(copy, flag);
     bool hourToken, days;
     const CString text = expandWithHourToken(
         format ? format : "", [&copy](const CString& t) { return copy.CTimeSpan::Format(t); }, hourToken, days);
@@ -331,17 +293,16 @@ CString CZelTimeSpanHelper::Format(const CZelTimeSpan& span, const char* format,
     return fillAll(text, static_cast<std::uint64_t>(hours));
 }
 
+} // namespace
+
+CString CZelTimeSpanHelper::Format(const CZelTimeSpan& span, const char* format, eRoundFlag flag)
+{
+    return formatWholeSeconds(span, format, flag);
+}
+
 CString CZelTimeSpanHelper::Format(const CTimeSpan& span, const char* format, eRoundFlag flag)
 {
-    CTimeSpan copy(span);
-    Round(copy, flag);
-    bool hourToken, days;
-    const CString text = expandWithHourToken(
-        format ? format : "", [&copy](const CString& t) { return copy.Format(t); }, hourToken, days);
-    if (!hourToken)
-        return text;
-    const std::int64_t hours = days ? copy.GetHours() : copy.GetTimeSpan() / 3600;
-    return fillAll(text, static_cast<std::uint64_t>(hours));
+    return formatWholeSeconds(span, format, flag);
 }
 
 CString CZelTimeSpanHelper::Format(const COleDateTimeSpan& span, const char* format, eRoundFlag flag)

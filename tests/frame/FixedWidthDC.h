@@ -2,12 +2,12 @@
 // 10, and text output is recorded instead of drawn.
 #pragma once
 
-#include <Zel260/platform/CDC.h>
+#include <InertDC.h>
 
 #include <string>
 #include <vector>
 
-class FixedWidthDC : public CDC {
+class FixedWidthDC : public zeltest::InertDC {
 public:
     static int charWidth(char c) { return c == '.' || c == ' ' ? 3 : 10; }
 
@@ -40,26 +40,9 @@ public:
         return old;
     }
     COLORREF GetTextColor() const override { return colour; }
-    COLORREF SetBkColor(COLORREF) override { return 0; }
     int SetBkMode(int) override { return OPAQUE; }
-    void FillSolidRect(const RECT&, COLORREF) override {}
-    CPoint MoveTo(int, int) override { return CPoint(); }
     BOOL LineTo(int, int) override { return TRUE; }
     COLORREF SetPixel(int, int, COLORREF c) override { return c; }
-    COLORREF GetPixel(int, int) const override { return CLR_INVALID; }
     BOOL PatBlt(int, int, int, int, DWORD) override { return TRUE; }
-    void DrawFocusRect(const RECT&) override {}
-    int GetClipBox(RECT*) const override { return 0; }
-    int IntersectClipRect(const RECT&) override { return 0; }
-    int SetDIBitsToDevice(int, int, DWORD, DWORD, int, int, UINT, UINT, const void*, const BITMAPINFO*,
-                          UINT) override
-    {
-        return 0;
-    }
-    int StretchDIBits(int, int, int, int, int, int, int, int, const void*, const BITMAPINFO*, UINT, DWORD) override
-    {
-        return 0;
-    }
-    BOOL BitBlt(int, int, int, int, CDC*, int, int, DWORD) override { return FALSE; }
     int GetDeviceCaps(int) const override { return 96; }
 };

@@ -3,6 +3,8 @@
 
 #include <Zel260/graphics/CZelDib.h>
 
+#include <InertDC.h>
+
 #include <vector>
 
 namespace gfxtest {
@@ -22,18 +24,9 @@ inline DWORD at(const CZelDib& dib, int x, int y)
 
 // A device that is nothing but pixels, for the calls that need some device but
 // whose behaviour on a real one the widget tests check.
-class PixelDC : public CDC {
+class PixelDC : public zeltest::InertDC {
 public:
     PixelDC(int w, int h) : m_w(w), m_h(h), m_px(static_cast<std::size_t>(w) * h, 0) {}
-    CSize GetTextExtent(const char*, int) const override { return CSize(); }
-    BOOL TextOut(int, int, const char*, int) override { return FALSE; }
-    COLORREF SetTextColor(COLORREF) override { return 0; }
-    COLORREF GetTextColor() const override { return 0; }
-    COLORREF SetBkColor(COLORREF) override { return 0; }
-    int SetBkMode(int) override { return 0; }
-    void FillSolidRect(const RECT&, COLORREF) override {}
-    CPoint MoveTo(int, int) override { return CPoint(); }
-    BOOL LineTo(int, int) override { return FALSE; }
     COLORREF SetPixel(int x, int y, COLORREF c) override
     {
         if (x < 0 || y < 0 || x >= m_w || y >= m_h)
@@ -46,21 +39,6 @@ public:
             return CLR_INVALID;
         return m_px[y * m_w + x];
     }
-    BOOL PatBlt(int, int, int, int, DWORD) override { return FALSE; }
-    void DrawFocusRect(const RECT&) override {}
-    int GetClipBox(RECT*) const override { return 0; }
-    int IntersectClipRect(const RECT&) override { return 0; }
-    int SetDIBitsToDevice(int, int, DWORD, DWORD, int, int, UINT, UINT, const void*, const BITMAPINFO*,
-                          UINT) override
-    {
-        return 0;
-    }
-    int StretchDIBits(int, int, int, int, int, int, int, int, const void*, const BITMAPINFO*, UINT, DWORD) override
-    {
-        return 0;
-    }
-    BOOL BitBlt(int, int, int, int, CDC*, int, int, DWORD) override { return FALSE; }
-    int GetDeviceCaps(int) const override { return 0; }
 
 private:
     int m_w, m_h;

@@ -8,23 +8,13 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include "UnitSettingsFixture.h"
+
 namespace {
 
 using namespace zelvalues;
 
-class UnitSettings : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ZelSetProfilePath(m_dir.file("units.ini").c_str());
-        CZelUnitSettingsAngle::Default() = CZelUnitSettingsAngle();
-        CZelUnitSettingsAngleLatLon::Default() = CZelUnitSettingsAngleLatLon();
-        CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
-    }
-    void TearDown() override { ZelSetProfilePath(m_dir.file("unused.ini").c_str()); }
-
-    zeltest::TempDir m_dir;
-};
+class UnitSettings : public valuestest::UnitSettingsFixture {};
 
 TEST_F(UnitSettings, ConstructionAndForwarding)
 {

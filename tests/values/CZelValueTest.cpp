@@ -10,6 +10,8 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include "UnitSettingsFixture.h"
+
 #include <climits>
 #include <cmath>
 #include <random>
@@ -20,20 +22,7 @@ namespace {
 constexpr double kPi = 3.141592653589793;
 constexpr double kDeg = kPi / 180;
 
-// The shared settings and the stored units outlive a test; every test starts clean.
-class Values : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ZelSetProfilePath(m_dir.file("units.ini").c_str());
-        CZelUnitSettingsAngle::Default() = CZelUnitSettingsAngle();
-        CZelUnitSettingsAngleLatLon::Default() = CZelUnitSettingsAngleLatLon();
-        CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
-    }
-    void TearDown() override { ZelSetProfilePath(m_dir.file("unused.ini").c_str()); }
-
-    zeltest::TempDir m_dir;
-};
+class Values : public valuestest::UnitSettingsFixture {};
 
 TEST_F(Values, ConvertTableAndEqualUnits)
 {

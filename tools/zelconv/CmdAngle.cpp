@@ -1,12 +1,12 @@
 // zelconv angle: text in one angle unit to the library's text (or number) in another.
 #include "ZelconvCommand.h"
+#include "ZelconvValue.h"
 
 #include <Zel260/values/CZelValueAngleLat.h>
 #include <Zel260/values/CZelValueAngleLon.h>
 
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -64,22 +64,8 @@ int run(ZelconvArgs& args)
     else
         value = std::make_unique<CZelValueAngle>(settings.get());
 
-    int status = value->ConvertToStd(positionals[0].c_str(), fromUnit, -1, 0);
-    double out = 0.0;
-    CString text;
-    if (!status) {
-        status = number ? value->ConvertStdTo(out, toUnit, precision, limit ? 1 : 0)
-                        : value->ConvertStdTo(text, toUnit, precision, limit ? 1 : 0);
-    }
-    if (status) {
-        std::printf("0\n");
-        return 1;
-    }
-    if (number)
-        std::printf("%.17g\n", out);
-    else
-        std::printf("%s\n", text.GetString());
-    return 0;
+    return ZelconvPrintConverted(*value, positionals[0].c_str(), fromUnit, toUnit, precision, limit ? 1 : 0,
+                                 number);
 }
 
 const ZelconvRegistration registration({

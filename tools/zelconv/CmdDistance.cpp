@@ -1,11 +1,11 @@
 // zelconv distance: text in one distance unit to the library's text (or number) in another.
 #include "ZelconvCommand.h"
+#include "ZelconvValue.h"
 
 #include <Zel260/values/CZelValueDistance.h>
 
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -29,20 +29,7 @@ int run(ZelconvArgs& args)
 
     CZelUnitSettingsDistance settings(toUnit, nullptr);
     CZelValueDistance value(&settings);
-    int status = value.ConvertToStd(positionals[0].c_str(), fromUnit, -1, 0);
-    double out = 0.0;
-    CString text;
-    if (!status)
-        status = number ? value.ConvertStdTo(out, toUnit, -1, 0) : value.ConvertStdTo(text, toUnit, -1, 0);
-    if (status) {
-        std::printf("0\n");
-        return 1;
-    }
-    if (number)
-        std::printf("%.17g\n", out);
-    else
-        std::printf("%s\n", text.GetString());
-    return 0;
+    return ZelconvPrintConverted(value, positionals[0].c_str(), fromUnit, toUnit, -1, 0, number);
 }
 
 const ZelconvRegistration registration({

@@ -175,7 +175,9 @@ BOOL CZelDialog::OnInitDialog()
 
 void CZelDialog::OnPostInitDialog() {}
 
-void CZelDialog::OnOK()
+// A child dialog stays for its parent to close; a modeless one only hides, having no
+// result for anyone to read.
+void CZelDialog::finish(bool accepted)
 {
     HideTooltip();
     if (m_childInDialog)
@@ -186,22 +188,16 @@ void CZelDialog::OnOK()
             deleteLater();
         return;
     }
-    QDialog::accept();
+    // Qualified: accept() and reject() of this class lead back to OnOK and OnCancel.
+    if (accepted)
+        QDialog::accept();
+    else
+        QDialog::reject();
 }
 
-void CZelDialog::OnCancel()
-{
-    HideTooltip();
-    if (m_childInDialog)
-        return;
-    if (m_modeless) {
-        hide();
-        if (m_autoDelete)
-            deleteLater();
-        return;
-    }
-    QDialog::reject();
-}
+void CZelDialog::OnOK() { finish(true); }
+
+void CZelDialog::OnCancel() { finish(false); }
 
 void CZelDialog::EndDialog(int result)
 {

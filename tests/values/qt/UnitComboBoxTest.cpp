@@ -15,25 +15,15 @@
 #include <TestSupport.h>
 #include <gtest/gtest.h>
 
+#include "../UnitSettingsFixture.h"
+
 #include <vector>
 
 namespace {
 
 using namespace zelvalues;
 
-class UnitBoxes : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ZelSetProfilePath(m_dir.file("units.ini").c_str());
-        CZelUnitSettingsAngle::Default() = CZelUnitSettingsAngle();
-        CZelUnitSettingsAngleLatLon::Default() = CZelUnitSettingsAngleLatLon();
-        CZelUnitSettingsDistance::Default() = CZelUnitSettingsDistance();
-    }
-    void TearDown() override { ZelSetProfilePath(m_dir.file("unused.ini").c_str()); }
-
-    zeltest::TempDir m_dir;
-};
+class UnitBoxes : public valuestest::UnitSettingsFixture {};
 
 std::vector<long> unitsOf(const CZelComboBox& box)
 {

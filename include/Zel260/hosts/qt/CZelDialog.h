@@ -107,5 +107,6 @@ protected:
 private:
     BOOL build(const struct ZelDialogTemplate* tmpl);
     void routeCommands();
+    void finish(bool accepted);
     UINT m_templateId;
 };
