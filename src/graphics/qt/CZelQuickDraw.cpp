@@ -178,6 +178,9 @@ void CZelQuickDraw::paint()
         if (!clip.IsRectEmpty())
             CZelCDCHelper::SelectClipRect(mem, clip);
         EraseBkgnd(m_wnd);
+        // The view sets up the buffer as it would the screen (a scrolled view moves
+        // its origin here), so the picture lands where the screen expects it.
+        m_view->OnPrepareDC(mem, nullptr);
         m_view->OnDraw(mem);
         m_buffer->dc->painter()->setClipping(false);
     } else if (!m_fresh) {

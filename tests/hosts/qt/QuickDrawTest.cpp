@@ -11,6 +11,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "TestSupport.h"
 
 namespace {
@@ -206,4 +208,46 @@ TEST(QuickDraw, ViewPaintIsClippedToThePaintedRectangle)
     v.colour = RGB(0, 255, 0);
     v.repaint();
     EXPECT_EQ(pixel(mem, 50, 30), RGB(0, 255, 0)) << "an earlier clip doesn't narrow a later paint";
+}
+
+namespace {
+
+// Scroll views move their origin in OnPrepareDC; the buffer must get the same setup
+// as the screen would, or a scrolled view draws at the wrong place.
+class PreparedView : public CZelView {
+public:
+    void OnPrepareDC(CDC* dc, CPrintInfo* info) override
+    {
+        preparedDc = dc;
+        preparedInfo = info;
+        order += 'P';
+    }
+    void OnDraw(CDC* dc) override
+    {
+        drawnDc = dc;
+        order += 'D';
+    }
+    CDC* preparedDc = nullptr;
+    CDC* drawnDc = nullptr;
+    CPrintInfo* preparedInfo = reinterpret_cast<CPrintInfo*>(1);
+    std::string order;
+};
+
+} // namespace
+
+TEST(QuickDraw, AViewIsPreparedOnTheBufferBeforeItDraws)
+{
+    PreparedView v;
+    v.resize(30, 30);
+    v.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&v));
+    CZelQuickDraw quick;
+    quick.Install(&v);
+    v.order.clear();
+    v.repaint();
+    ASSERT_FALSE(v.order.empty());
+    EXPECT_EQ(v.order.substr(0, 2), "PD");
+    EXPECT_EQ(v.preparedDc, quick.GetCompDC(nullptr));
+    EXPECT_EQ(v.preparedDc, v.drawnDc);
+    EXPECT_EQ(v.preparedInfo, nullptr) << "no printing";
 }
