@@ -83,6 +83,7 @@ LRESULT CZelView::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 void CZelView::paintEvent(QPaintEvent*)
 {
     CQtDC dc(this);
+    OnPrepareDC(&dc, nullptr);
     OnDraw(&dc);
 }
 

@@ -110,3 +110,31 @@ TEST(DialogMetrics, ControlsHaveRealSizes)
     EXPECT_GT(CZelDialogMetrics::GetSize("Wide text").cx, CZelDialogMetrics::GetSize("W").cx);
     EXPECT_EQ(CZelDialogMetrics::GetSize(nullptr).cx, 0);
 }
+
+TEST(View, PaintPreparesTheDeviceContextBeforeDrawing)
+{
+    // A view that scrolls sets its origin in OnPrepareDC: the screen paint must run
+    // it before OnDraw, on the same device context, without a print job.
+    struct Prepared : CZelView {
+        void OnPrepareDC(CDC* dc, CPrintInfo* info) override
+        {
+            order += info ? 'p' : 'P';
+            prepared = dc;
+        }
+        void OnDraw(CDC* dc) override
+        {
+            order += 'D';
+            drawn = dc;
+        }
+        std::string order;
+        CDC* prepared = nullptr;
+        CDC* drawn = nullptr;
+    } v;
+    v.resize(30, 30);
+    v.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&v));
+    v.order.clear();
+    v.repaint();
+    EXPECT_EQ(v.order, "PD");
+    EXPECT_EQ(v.prepared, v.drawn);
+}
