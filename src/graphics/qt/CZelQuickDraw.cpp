@@ -60,6 +60,8 @@ void CZelQuickDraw::ContinueWindowUpdate(int erase)
     if (!m_stopped)
         return;
     m_stopped = FALSE;
+    // Whatever the buffer holds was made before the bulk change: paint anew.
+    m_fresh = false;
     if (erase)
         EraseBkgnd(m_wnd);
     if (QWidget* w = m_wnd ? ZelWidgetFromHwnd(m_wnd->GetSafeHwnd()) : nullptr)
@@ -151,7 +153,7 @@ void CZelQuickDraw::renderWindow()
 {
     QWidget* w = ZelWidgetFromHwnd(GetHookedWindow());
     CDC* mem = GetCompDC(m_wnd);
-    if (!w || !mem)
+    if (!w || !mem || m_stopped)
         return;
     EraseBkgnd(m_wnd);
     // The window paints itself into the buffer; its paint event comes back through

@@ -88,6 +88,28 @@ TEST(QuickDraw, AStopDrawsNothingUntilContinued)
     EXPECT_GT(w.paints, before);
 }
 
+TEST(QuickDraw, ContinueShowsTheStateAfterTheBulkChangeNotBefore)
+{
+    // A picture asked for just before a stop must not be the one shown after it.
+    class Painted : public QWidget {
+    public:
+        void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(QRect(10, 10, 10, 10), colour); }
+        QColor colour = Qt::red;
+    } w;
+    w.resize(40, 40);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    CZelQuickDraw quick;
+    quick.Install(CWnd::FromHandle(ZelHwndFromWidget(&w)));
+    w.repaint();
+    quick.StopWindowUpdate();
+    QTest::qWait(30);
+    w.colour = Qt::blue; // the bulk change
+    quick.ContinueWindowUpdate(TRUE);
+    QTest::qWait(50);
+    EXPECT_EQ(pixel(quick.GetCompDC(nullptr), 15, 15), RGB(0, 0, 255));
+}
+
 TEST(QuickDraw, WhiteTakesThePatBltRouteWithTheSameResult)
 {
     QWidget w;
