@@ -103,7 +103,12 @@ CWnd* CZelDialogCV::GetFirstEmptyDlgItem(unsigned long& detail)
     if (CWnd* w = CZelInputControlContainer::GetFirstEmptyDlgItem(detail))
         return w;
     if (auto* child = dynamic_cast<CZelDialogCV*>(CurrentChildDialog()))
-        return child->GetFirstEmptyDlgItem(detail);
+        if (CWnd* w = child->GetFirstEmptyDlgItem(detail))
+            return w;
+    for (QObject* o : children())
+        if (auto* form = dynamic_cast<CZelFormViewCV*>(o))
+            if (CWnd* w = form->GetFirstEmptyDlgItem(detail))
+                return w;
     return nullptr;
 }
 
@@ -159,7 +164,12 @@ int CZelDialogCV::FocusIsBlocked()
     if (CZelInputControlContainer::FocusIsBlocked())
         return 1;
     if (auto* child = dynamic_cast<CZelDialogCV*>(CurrentChildDialog()))
-        return child->CZelInputControlContainer::FocusIsBlocked();
+        if (child->CZelInputControlContainer::FocusIsBlocked())
+            return 1;
+    for (QObject* o : children())
+        if (auto* form = dynamic_cast<CZelFormViewCV*>(o))
+            if (form->FocusIsBlocked())
+                return 1;
     return 0;
 }
 

@@ -2,6 +2,7 @@
 // with its place and time, posted follow-up work, child dialogs and templates.
 #include <Zel260/controls/qt/CZelEdit.h>
 #include <Zel260/hosts/qt/CZelDialogCV.h>
+#include <Zel260/hosts/qt/CZelFormViewCV.h>
 #include <Zel260/hosts/qt/CZelWndToolTip.h>
 #include <Zel260/hosts/qt/ZelDialogTemplates.h>
 #include <Zel260/platform/ResourceModule.h>
@@ -298,4 +299,37 @@ TEST(Dialog, FocusIsHeldAcrossParentAndChildDialog)
     EXPECT_TRUE(outer->hasFocus());
     ASSERT_TRUE(parent.GetToolTip()->IsShowing());
     EXPECT_EQ(parent.GetToolTip()->GetText(), "Field contains 1 characters, minimum is 3 characters");
+}
+
+TEST(Dialog, AFormViewInsideTheDialogCountsForEmptyFields)
+{
+    HINSTANCE m = module();
+    constexpr UINT kHost = 30030;
+    constexpr UINT kForm = 30031;
+    constexpr int kFormEdit = 1201;
+    ZelRegisterDialogTemplate(m, kHost, {"Host", 0, 0, [](QWidget* d) {
+                                             child(d, IDOK, new QPushButton("OK", d), {10, 110, 60, 24});
+                                         }});
+    ZelRegisterDialogTemplate(m, kForm, {"", 0, 0, [](QWidget* d) {
+                                             auto* e = new CZelEdit(d);
+                                             e->SetMinChars(3);
+                                             child(d, kFormEdit, e, {0, 0, 120, 24});
+                                         }});
+    CZelDialogCV host(kHost);
+    host.SetAutoDelete(FALSE);
+    ASSERT_TRUE(host.Create(m, nullptr));
+    auto* form = new CZelFormViewCV(kForm, &host);
+    ASSERT_TRUE(form->Create(m, &host));
+    form->setGeometry(10, 10, 200, 60);
+    form->show();
+    QApplication::setActiveWindow(&host);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+    QCoreApplication::processEvents();
+    auto* edit = static_cast<CZelEdit*>(ZelWidgetFromHwnd(::GetDlgItem(form->GetSafeHwnd(), kFormEdit)));
+    ASSERT_NE(edit, nullptr);
+
+    unsigned long detail = 0;
+    CWnd* empty = host.GetFirstEmptyDlgItem(detail);
+    ASSERT_NE(empty, nullptr) << "the form's required field is empty";
+    EXPECT_EQ(empty->GetSafeHwnd(), edit->GetSafeHwnd());
 }
