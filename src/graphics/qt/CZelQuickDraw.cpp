@@ -123,6 +123,7 @@ int CZelQuickDraw::EraseBkgnd(CWnd* wnd)
         dc->PatBlt(r.left, r.top, r.Width(), r.Height(), WHITENESS);
     else
         dc->FillSolidRect(r, m_bkColour);
+    m_complete = false;
     return 1;
 }
 
@@ -132,7 +133,11 @@ void CZelQuickDraw::Draw(CDC& target)
         target.BitBlt(0, 0, m_width, m_height, m_buffer->dc.get(), 0, 0, SRCCOPY);
 }
 
-void CZelQuickDraw::Clean() { m_buffer.reset(); }
+void CZelQuickDraw::Clean()
+{
+    m_buffer.reset();
+    m_complete = false;
+}
 
 int CZelQuickDraw::Initialize(CWnd*)
 {
@@ -162,6 +167,7 @@ void CZelQuickDraw::renderWindow()
     w->render(m_buffer->dc->painter(), QPoint(), QRegion(), QWidget::DrawChildren);
     m_rendering = false;
     m_fresh = true;
+    m_complete = true;
     w->update();
 }
 
@@ -193,6 +199,13 @@ void CZelQuickDraw::paint()
                     renderWindow();
             },
             Qt::QueuedConnection);
+        // A window can't paint into the buffer while it paints on the screen, so the
+        // new picture comes with a later paint. Until then the last whole picture
+        // stays, so the screen never shows a background without its drawing.
+        if (m_complete) {
+            CQtDC screen(w);
+            Draw(screen);
+        }
         return;
     }
     // Only now, with the whole picture standing, does anything reach the screen.

@@ -273,3 +273,30 @@ TEST(QuickDraw, AViewIsPreparedOnTheBufferBeforeItDraws)
     EXPECT_EQ(v.preparedDc, v.drawnDc);
     EXPECT_EQ(v.preparedInfo, nullptr) << "no printing";
 }
+
+TEST(QuickDraw, TheLastWholePictureStaysUntilTheNewOneStands)
+{
+    // A plain window can't paint into the buffer during its own paint; the paint in
+    // between must show the last whole picture, not a bare background.
+    class Painted : public QWidget {
+    public:
+        void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(QRect(10, 10, 10, 10), colour); }
+        QColor colour = Qt::red;
+    } w;
+    w.resize(40, 40);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    CZelQuickDraw quick;
+    quick.Install(CWnd::FromHandle(ZelHwndFromWidget(&w)));
+    quick.SetCustomBkColor(RGB(0, 200, 0));
+    w.repaint();
+    QTest::qWait(50);
+    ASSERT_EQ(pixel(quick.GetCompDC(nullptr), 15, 15), RGB(255, 0, 0));
+
+    w.colour = Qt::blue;
+    const QImage between = w.grab().toImage();
+    EXPECT_EQ(between.pixelColor(15, 15), QColor(Qt::red)) << "the last whole picture";
+    EXPECT_EQ(between.pixelColor(30, 30), QColor(0, 200, 0)) << "with its background";
+    QTest::qWait(50);
+    EXPECT_EQ(w.grab().toImage().pixelColor(15, 15), QColor(Qt::blue)) << "then the new one";
+}

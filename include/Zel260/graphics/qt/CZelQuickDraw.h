@@ -69,7 +69,8 @@ private:
     struct Buffer;
     void paint();
     void renderWindow();
-    bool m_fresh = false; // the buffer holds a picture not yet shown
+    bool m_fresh = false;    // the buffer holds a picture not yet shown
+    bool m_complete = false; // the buffer holds a whole picture of the window
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
     CWnd* m_wnd = nullptr;
     CZelView* m_view = nullptr;
