@@ -369,38 +369,21 @@ void CZelEdit::Insert(unsigned int id)
     setCursorPosition(static_cast<int>(text().size()));
 }
 
-void CZelEdit::Undo()
-{
-    if (!ControlOrChildHasFocus())
-        return;
-    if (!CanUndo()) {
-        Beep();
-        return;
-    }
-    auto* current = CopyUndoRedoItem(nullptr);
-    FillUndoRedoItemWithCurrent(current);
-    auto* back = dynamic_cast<CZelEditUndoRedoItem*>(m_undoRedo.Undo(current));
-    if (!back)
-        return;
-    CString t = back->m_text;
-    TrimString(t, 1);
-    InternalSetWindowTextNoTrimNoUndoRedo(t);
-    if (back->m_start != CZelEditUndoRedoItem::NoSelection && back->m_end != CZelEditUndoRedoItem::NoSelection)
-        setSelection(back->m_start, back->m_end - back->m_start);
-    delete back;
-}
+void CZelEdit::Undo() { StepUndoRedo(false); }
 
-void CZelEdit::Redo()
+void CZelEdit::Redo() { StepUndoRedo(true); }
+
+void CZelEdit::StepUndoRedo(bool redo)
 {
     if (!ControlOrChildHasFocus())
         return;
-    if (!CanRedo()) {
+    if (!(redo ? CanRedo() : CanUndo())) {
         Beep();
         return;
     }
     auto* current = CopyUndoRedoItem(nullptr);
     FillUndoRedoItemWithCurrent(current);
-    auto* back = dynamic_cast<CZelEditUndoRedoItem*>(m_undoRedo.Redo(current));
+    auto* back = dynamic_cast<CZelEditUndoRedoItem*>(redo ? m_undoRedo.Redo(current) : m_undoRedo.Undo(current));
     if (!back)
         return;
     CString t = back->m_text;

@@ -39,6 +39,13 @@ public:
 
 COLORREF pixel(CDC* dc, int x, int y) { return dc->GetPixel(x, y); }
 
+// Paints one square in a colour the test changes.
+class Square : public QWidget {
+public:
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(QRect(10, 10, 10, 10), colour); }
+    QColor colour = Qt::red;
+};
+
 } // namespace
 
 TEST(QuickDraw, PaintsIntoTheBufferBeforeTheScreen)
@@ -91,11 +98,7 @@ TEST(QuickDraw, AStopDrawsNothingUntilContinued)
 TEST(QuickDraw, ContinueShowsTheStateAfterTheBulkChangeNotBefore)
 {
     // A picture asked for just before a stop must not be the one shown after it.
-    class Painted : public QWidget {
-    public:
-        void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(QRect(10, 10, 10, 10), colour); }
-        QColor colour = Qt::red;
-    } w;
+    Square w;
     w.resize(40, 40);
     w.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
@@ -278,11 +281,7 @@ TEST(QuickDraw, TheLastWholePictureStaysUntilTheNewOneStands)
 {
     // A plain window can't paint into the buffer during its own paint; the paint in
     // between must show the last whole picture, not a bare background.
-    class Painted : public QWidget {
-    public:
-        void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(QRect(10, 10, 10, 10), colour); }
-        QColor colour = Qt::red;
-    } w;
+    Square w;
     w.resize(40, 40);
     w.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));

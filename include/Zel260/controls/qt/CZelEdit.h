@@ -314,6 +314,7 @@ protected:
     int m_initialized = 0;
 
 private:
+    void StepUndoRedo(bool redo);
     CWnd* GetSafeWnd() const override { return const_cast<CZelEdit*>(this); }
     bool charAllowed(const QString& ch) const;
     void placeCompanions();
