@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "Unprivileged.h"
+
 #include <set>
 #include <string>
 
@@ -31,22 +33,6 @@ std::set<std::string> enumerate(const std::string& search, DWORD* error = nullpt
         *error = GetLastError();
     FindClose(h);
     return names;
-}
-
-// Runs `body` in a child process that has given up root, so that permission bits
-// deny as they do for users. Returns the child's exit code.
-template <class F>
-int runUnprivileged(F body)
-{
-    pid_t pid = fork();
-    if (pid == 0) {
-        if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-            _exit(99);
-        _exit(body());
-    }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 98;
 }
 
 } // namespace
@@ -165,7 +151,7 @@ TEST(FindFile, UnreadableDirectoryIsAccessDenied)
     ASSERT_EQ(chmod(dir.path().c_str(), 0755), 0);
     std::string locked = dir.path() + "/locked";
     ASSERT_EQ(mkdir(locked.c_str(), 0), 0);
-    int code = runUnprivileged([&] {
+    int code = zeltest::runUnprivileged([&] {
         WIN32_FIND_DATA fd;
         HANDLE h = FindFirstFile((locked + "/*").c_str(), &fd);
         return h == INVALID_HANDLE_VALUE && GetLastError() == ERROR_ACCESS_DENIED ? 0 : 1;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "Unprivileged.h"
+
 #include <atomic>
 #include <chrono>
 #include <cstring>
@@ -60,20 +62,6 @@ void setAll(CZelFileList& list)
     list.SetCallbackThreadAbort(onAbort, 0);
     list.SetCallbackSearchDirectory(onDirectory, 0);
     list.SetCallbackSearchInDirectory(onScan, 0);
-}
-
-template <class F>
-int runUnprivileged(F body)
-{
-    pid_t pid = fork();
-    if (pid == 0) {
-        if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-            _exit(99);
-        _exit(body());
-    }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 98;
 }
 
 } // namespace
@@ -212,7 +200,7 @@ TEST(CZelFileList, UnreadableDirectoryCountsAsEmpty)
     ASSERT_EQ(chmod(dir.file("open/f.txt").c_str(), 0644), 0);
     ASSERT_EQ(chmod(dir.file("locked").c_str(), 0), 0);
     std::string root = dir.path();
-    int code = runUnprivileged([&] {
+    int code = zeltest::runUnprivileged([&] {
         CZelFileList list((root + "/*.txt").c_str(), 1, 0, 1);
         if (list.Failed())
             return 1;
