@@ -330,21 +330,12 @@ bool sameAsListed(const struct stat& st, const ZelDirectoryListing& listing)
            static_cast<long>(st.st_ctim.tv_nsec) == listing.changeNanoseconds;
 }
 
-// Notes who the directory is and when it last changed, before any entry is read.
-// A later change shows as another status-change time only if it falls into another
-// step of the file system's clock. Those steps are the kernel's coarse tick, or the
-// file system's own resolution (10 ms on some, whole seconds on others, where the
-// nanoseconds always read 0). So the listing vouches for the directory only if its
-// time has a sub-second part and lies well before the reading began.
 // Network and user-space file systems may cache attributes or take their times from
 // another machine's clock, so a folder there can change without its time moving on
 // our side. Only file systems whose times this kernel sets itself qualify.
-bool timesAreLocal(int fd)
+bool typeSetsLocalTimes(unsigned long type)
 {
-    struct statfs fs;
-    if (fstatfs(fd, &fs) != 0)
-        return false;
-    switch (static_cast<unsigned long>(fs.f_type)) {
+    switch (type) {
     case 0xEF53UL:     // ext2, ext3, ext4
     case 0x58465342UL: // xfs
     case 0x9123683EUL: // btrfs
@@ -358,6 +349,37 @@ bool timesAreLocal(int fd)
     }
 }
 
+// A walk asks this for every folder, nearly always of one file system, so the
+// answer for the last device is kept for a moment. A device number can come back
+// for another file system only after an unmount and a mount, which the short
+// life of the answer covers.
+bool timesAreLocal(int fd, unsigned long long device)
+{
+    struct Known {
+        unsigned long long device = 0;
+        bool local = false;
+        long long until = 0; // CLOCK_MONOTONIC_COARSE, nanoseconds
+    };
+    thread_local Known known;
+    constexpr long long kKeepNs = 250'000'000;
+    timespec now{0, 0};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    const long long t = static_cast<long long>(now.tv_sec) * 1'000'000'000LL + now.tv_nsec;
+    if (known.until > t && known.device == device)
+        return known.local;
+    struct statfs fs;
+    if (fstatfs(fd, &fs) != 0)
+        return false;
+    known = {device, typeSetsLocalTimes(static_cast<unsigned long>(fs.f_type)), t + kKeepNs};
+    return known.local;
+}
+
+// Notes who the directory is and when it last changed, before any entry is read.
+// A later change shows as another status-change time only if it falls into another
+// step of the file system's clock. Those steps are the kernel's coarse tick, or the
+// file system's own resolution (10 ms on some, whole seconds on others, where the
+// nanoseconds always read 0). So the listing vouches for the directory only if its
+// time has a sub-second part and lies well before the reading began.
 void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
 {
     constexpr long long kSettledNs = 20'000'000;
@@ -370,7 +392,8 @@ void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
     listing->changeNanoseconds = static_cast<long>(st.st_ctim.tv_nsec);
     const long long changed = static_cast<long long>(st.st_ctim.tv_sec) * 1'000'000'000LL + st.st_ctim.tv_nsec;
     const long long start = static_cast<long long>(before.tv_sec) * 1'000'000'000LL + before.tv_nsec;
-    listing->trustworthy = st.st_ctim.tv_nsec != 0 && changed + kSettledNs < start && timesAreLocal(fd);
+    listing->trustworthy = st.st_ctim.tv_nsec != 0 && changed + kSettledNs < start &&
+                          timesAreLocal(fd, static_cast<unsigned long long>(st.st_dev));
 }
 
 HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture)

@@ -1,6 +1,7 @@
 #include <Zel260/shell/CZelFileList.h>
 
 #include "FileSearchMessages.h"
+#include "platform/LargeBuffer.h"
 
 #include <Zel260/platform/FindFile.h>
 #include <Zel260/platform/Win32Error.h>
@@ -45,7 +46,8 @@ struct WalkListings {
 thread_local WalkListings* t_walk = nullptr;
 
 // Room for the records the listed directories are about to give, so that the list
-// doesn't copy every record it holds each time it grows. Only a hint, reckoned as one
+// doesn't copy every record it holds each time it grows, in huge pages where the
+// kernel has them: the records of a large search fill tens of megabytes. Only a hint, reckoned as one
 // record per listed name: matching every name here would cost as much as the
 // copies it saves, and room that is never written to costs no memory.
 void reserveForListedRecords(std::vector<CZelFindData>& records, const WalkListings& walk)
@@ -55,6 +57,8 @@ void reserveForListedRecords(std::vector<CZelFindData>& records, const WalkListi
         expected += listing.types.size();
     try {
         records.reserve(records.size() + expected);
+        zelplatform::AdviseLargeBuffer(records.data() + records.size(),
+                                       (records.capacity() - records.size()) * sizeof(CZelFindData));
     } catch (const std::bad_alloc&) {
         // Then the list grows as it goes.
     } catch (const std::length_error&) {

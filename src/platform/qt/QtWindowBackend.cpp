@@ -4,6 +4,8 @@
 #include <Zel260/platform/WindowMessages.h>
 #include <Zel260/platform/Win32Error.h>
 
+#include "WindowMailbox.h"
+
 #include <QCoreApplication>
 #include <QFontMetrics>
 #include <QPointer>
@@ -32,36 +34,12 @@ QEvent::Type ZelMessageEvent::eventType()
 
 namespace {
 
-// One unit of work that another thread hands to a window's thread and may wait
-// for. The work runs only if it leaves Pending for Running; a waiter may cancel it
-// only while it is still Pending, so nothing the work points at is used after the
-// waiter has given up.
-struct Job {
-    enum Phase { Pending, Running, Done, Cancelled, Failed };
-    std::mutex m;
-    std::condition_variable cv;
-    Phase phase = Pending;
-    LRESULT result = 0;
-
-    void finish(Phase to, LRESULT r = 0)
-    {
-        {
-            std::lock_guard lock(m);
-            if (to == Failed && phase != Pending)
-                return;
-            phase = to;
-            result = r;
-        }
-        cv.notify_all();
-    }
-};
-
 struct Entry {
     QWidget* widget = nullptr;
     QThread* thread = nullptr;
     int ctrlId = 0;
     std::vector<std::pair<int, ZelMessageHandler>> handlers;
-    std::vector<std::weak_ptr<Job>> pending;
+    std::vector<std::weak_ptr<WindowJob>> pending;
 };
 
 // Handles are counters, not addresses: a handle of a deleted widget can never
@@ -73,6 +51,7 @@ struct Registry {
     std::uintptr_t next = 0x10000;
     int nextCookie = 1;
     QObject* dispatcher = nullptr;
+    std::unique_ptr<WindowMailbox> mailbox; // what other threads send and post
 };
 
 // Leaked on purpose: widgets may be destroyed during static destruction.
@@ -91,24 +70,21 @@ QEvent::Type deliveryType()
     return type;
 }
 
-using Work = std::function<LRESULT(QWidget*)>;
+QEvent::Type drainType()
+{
+    static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
 
-// Carries work to the window's thread. Destroyed undelivered (the dispatcher went
-// away with the application), it releases its waiter.
+// A message that the window's own thread posts to itself: it waits its turn in
+// the thread's event queue like any other event.
 class DeliveryEvent : public QEvent {
 public:
-    DeliveryEvent(std::uintptr_t target, Work work, std::shared_ptr<Job> job)
-        : QEvent(deliveryType()), target(target), work(std::move(work)), job(std::move(job))
+    DeliveryEvent(std::uintptr_t target, WindowWork work) : QEvent(deliveryType()), target(target), work(std::move(work))
     {
-    }
-    ~DeliveryEvent() override
-    {
-        if (job)
-            job->finish(Job::Failed);
     }
     std::uintptr_t target;
-    Work work;
-    std::shared_ptr<Job> job;
+    WindowWork work;
 };
 
 QWidget* liveWidget(std::uintptr_t k)
@@ -119,30 +95,42 @@ QWidget* liveWidget(std::uintptr_t k)
     return it == r.byHandle.end() ? nullptr : it->second.widget;
 }
 
+void deliver(WindowDelivery& d)
+{
+    QWidget* w = liveWidget(d.target);
+    if (!d.job) {
+        if (w)
+            d.work(w);
+        return;
+    }
+    if (!w) {
+        d.job->Finish(WindowJob::Failed);
+        return;
+    }
+    if (d.job->Start())
+        d.job->Finish(WindowJob::Done, d.work(w));
+}
+
 class Dispatcher : public QObject {
 public:
     bool event(QEvent* e) override
     {
+        if (e->type() == drainType()) {
+            WindowMailbox* mailbox = nullptr;
+            {
+                Registry& r = registry();
+                std::lock_guard lock(r.m);
+                mailbox = r.mailbox.get();
+            }
+            if (mailbox)
+                mailbox->Drain(deliver);
+            return true;
+        }
         if (e->type() != deliveryType())
             return QObject::event(e);
         auto* d = static_cast<DeliveryEvent*>(e);
-        QWidget* w = liveWidget(d->target);
-        if (!d->job) {
-            if (w)
-                d->work(w);
-            return true;
-        }
-        if (!w) {
-            d->job->finish(Job::Failed);
-            return true;
-        }
-        {
-            std::lock_guard lock(d->job->m);
-            if (d->job->phase != Job::Pending)
-                return true;
-            d->job->phase = Job::Running;
-        }
-        d->job->finish(Job::Done, d->work(w));
+        if (QWidget* w = liveWidget(d->target))
+            d->work(w);
         return true;
     }
 };
@@ -150,7 +138,7 @@ public:
 void onDestroyed(std::uintptr_t k)
 {
     Registry& r = registry();
-    std::vector<std::weak_ptr<Job>> pending;
+    std::vector<std::weak_ptr<WindowJob>> pending;
     {
         std::lock_guard lock(r.m);
         auto it = r.byHandle.find(k);
@@ -164,7 +152,7 @@ void onDestroyed(std::uintptr_t k)
     // thread gets round to the queued event.
     for (auto& weak : pending)
         if (auto job = weak.lock())
-            job->finish(Job::Failed);
+            job->Finish(WindowJob::Failed);
 }
 
 // Runs on the widget's thread.
@@ -200,16 +188,16 @@ LRESULT dispatch(QWidget* w, std::uintptr_t k, UINT message, WPARAM wParam, LPAR
 }
 
 // Runs `work` on the window's thread: directly when the caller is that thread,
-// otherwise through the dispatcher, waiting at most `timeoutMs` for it to start.
-BOOL runOnWindowThread(HWND h, const Work& work, UINT timeoutMs, LRESULT* out)
+// otherwise through the mailbox, waiting at most `timeoutMs` for it to start.
+BOOL runOnWindowThread(HWND h, const WindowWork& work, UINT timeoutMs, LRESULT* out)
 {
     Registry& r = registry();
-    std::shared_ptr<Job> job;
+    std::shared_ptr<WindowJob> job;
     QWidget* direct = nullptr;
     {
         std::lock_guard lock(r.m);
         auto it = h ? r.byHandle.find(key(h)) : r.byHandle.end();
-        if (it == r.byHandle.end() || (!r.dispatcher && it->second.thread != QThread::currentThread())) {
+        if (it == r.byHandle.end() || (!r.mailbox && it->second.thread != QThread::currentThread())) {
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);
             return FALSE;
         }
@@ -217,10 +205,13 @@ BOOL runOnWindowThread(HWND h, const Work& work, UINT timeoutMs, LRESULT* out)
         if (e.thread == QThread::currentThread()) {
             direct = e.widget;
         } else {
-            std::erase_if(e.pending, [](const std::weak_ptr<Job>& j) { return j.expired(); });
-            job = std::make_shared<Job>();
+            std::erase_if(e.pending, [](const std::weak_ptr<WindowJob>& j) { return j.expired(); });
+            job = std::make_shared<WindowJob>();
             e.pending.push_back(job);
-            QCoreApplication::postEvent(r.dispatcher, new DeliveryEvent(key(h), work, job));
+            if (!r.mailbox->Put({key(h), work, job})) {
+                SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+                return FALSE;
+            }
         }
     }
     if (direct) {
@@ -229,25 +220,16 @@ BOOL runOnWindowThread(HWND h, const Work& work, UINT timeoutMs, LRESULT* out)
             *out = v;
         return TRUE;
     }
-    std::unique_lock lock(job->m);
-    auto settled = [&] { return job->phase == Job::Done || job->phase == Job::Failed; };
-    if (timeoutMs == INFINITE) {
-        job->cv.wait(lock, settled);
-    } else if (!job->cv.wait_for(lock, std::chrono::milliseconds(timeoutMs), settled)) {
-        if (job->phase == Job::Pending) {
-            job->phase = Job::Cancelled;
-            SetLastError(ERROR_TIMEOUT);
-            return FALSE;
-        }
-        job->cv.wait(lock, settled);
-    }
-    if (job->phase == Job::Failed) {
+    switch (job->Wait(timeoutMs, out)) {
+    case WindowJob::Done:
+        return TRUE;
+    case WindowJob::Cancelled:
+        SetLastError(ERROR_TIMEOUT);
+        return FALSE;
+    default:
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return FALSE;
     }
-    if (out)
-        *out = job->result;
-    return TRUE;
 }
 
 class QtBackend : public ZelWindowBackend {
@@ -270,8 +252,15 @@ public:
             return FALSE;
         }
         std::uintptr_t k = key(h);
-        Work work = [k, message, wParam, lParam](QWidget* w) { return dispatch(w, k, message, wParam, lParam); };
-        QCoreApplication::postEvent(r.dispatcher, new DeliveryEvent(k, std::move(work), nullptr));
+        WindowWork work = [k, message, wParam, lParam](QWidget* w) { return dispatch(w, k, message, wParam, lParam); };
+        if (r.byHandle[k].thread == QThread::currentThread()) {
+            QCoreApplication::postEvent(r.dispatcher, new DeliveryEvent(k, std::move(work)));
+            return TRUE;
+        }
+        if (!r.mailbox->Put({k, std::move(work), nullptr})) {
+            SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+            return FALSE;
+        }
         return TRUE;
     }
 
@@ -355,14 +344,18 @@ void uninstallBackend()
 {
     Registry& r = registry();
     QObject* dispatcher = nullptr;
+    std::unique_ptr<WindowMailbox> mailbox;
     {
         std::lock_guard lock(r.m);
         dispatcher = std::exchange(r.dispatcher, nullptr);
+        mailbox = std::move(r.mailbox);
     }
     if (ZelGetWindowBackend() == &qtBackend())
         ZelSetWindowBackend(nullptr);
-    // Deleting the dispatcher discards its queued events, which releases every
-    // thread still waiting for an answer.
+    // Closing the mailbox releases every thread still waiting for an answer; no
+    // drain can run any more, since the event queue is gone with the application.
+    if (mailbox)
+        mailbox->Close();
     delete dispatcher;
 }
 
@@ -382,7 +375,11 @@ bool ZelInstallQtWindowBackend()
         std::lock_guard lock(r.m);
         if (r.dispatcher)
             return true;
-        r.dispatcher = new Dispatcher;
+        QObject* dispatcher = new Dispatcher;
+        r.dispatcher = dispatcher;
+        // Called with the registry locked, which keeps the dispatcher alive.
+        r.mailbox = std::make_unique<WindowMailbox>(
+            [dispatcher] { QCoreApplication::postEvent(dispatcher, new QEvent(drainType())); });
     }
     ZelSetWindowBackend(&qtBackend());
     qAddPostRoutine(uninstallBackend);
