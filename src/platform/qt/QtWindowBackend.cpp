@@ -64,28 +64,11 @@ Registry& registry()
 std::uintptr_t key(HWND h) { return reinterpret_cast<std::uintptr_t>(h); }
 HWND handle(std::uintptr_t k) { return reinterpret_cast<HWND>(k); }
 
-QEvent::Type deliveryType()
-{
-    static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
-    return type;
-}
-
 QEvent::Type drainType()
 {
     static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
     return type;
 }
-
-// A message that the window's own thread posts to itself: it waits its turn in
-// the thread's event queue like any other event.
-class DeliveryEvent : public QEvent {
-public:
-    DeliveryEvent(std::uintptr_t target, WindowWork work) : QEvent(deliveryType()), target(target), work(std::move(work))
-    {
-    }
-    std::uintptr_t target;
-    WindowWork work;
-};
 
 QWidget* liveWidget(std::uintptr_t k)
 {
@@ -126,12 +109,7 @@ public:
                 mailbox->Drain(deliver);
             return true;
         }
-        if (e->type() != deliveryType())
-            return QObject::event(e);
-        auto* d = static_cast<DeliveryEvent*>(e);
-        if (QWidget* w = liveWidget(d->target))
-            d->work(w);
-        return true;
+        return QObject::event(e);
     }
 };
 
@@ -253,10 +231,8 @@ public:
         }
         std::uintptr_t k = key(h);
         WindowWork work = [k, message, wParam, lParam](QWidget* w) { return dispatch(w, k, message, wParam, lParam); };
-        if (r.byHandle[k].thread == QThread::currentThread()) {
-            QCoreApplication::postEvent(r.dispatcher, new DeliveryEvent(k, std::move(work)));
-            return TRUE;
-        }
+        // The window's own thread queues behind the others too: a follow-up that a
+        // handler posts must come before what its sender sends once answered.
         if (!r.mailbox->Put({k, std::move(work), nullptr})) {
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);
             return FALSE;

@@ -1,4 +1,5 @@
-// Messages from other threads to the windows of the GUI thread.
+// Messages posted to the windows of the GUI thread, and those sent to them from
+// other threads.
 //
 // A thread that sends to a window waits for the answer, so each message costs a
 // wake-up on both sides when it travels through the GUI thread's event queue:
