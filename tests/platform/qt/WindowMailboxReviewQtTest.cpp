@@ -4,6 +4,7 @@
 #include <Zel260/platform/Win32Error.h>
 #include <Zel260/platform/qt/QtWindowBackend.h>
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -12,9 +13,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <csignal>
 #include <chrono>
 #include <thread>
 #include <vector>
+
+#include <unistd.h>
 
 namespace {
 
@@ -73,4 +77,113 @@ TEST(QtWindowMailboxReview, OwnFollowUpPostComesBeforeTheSendersNextMessage)
         ASSERT_EQ(seen[2 * i], std::make_pair(kFromWorker, i)) << "at " << i;
         ASSERT_EQ(seen[2 * i + 1], std::make_pair(kFollowUp, i)) << "the follow-up of " << i << " came late";
     }
+}
+
+// Senders that give up while the GUI thread is busy, racing the moment it gets to
+// them: a message is handled exactly when its sender was answered, never after the
+// sender has gone (its text lives on the sender's stack), and the answers of those
+// that got through are their own.
+TEST(QtWindowMailboxReview, SendersThatGiveUpAreNeverHandledAndTheOthersGetTheirOwnAnswer)
+{
+    QWidget widget;
+    const HWND h = ZelHwndFromWidget(&widget);
+    constexpr int kThreads = 4;
+    constexpr int kEach = 150;
+    constexpr int kTotal = kThreads * kEach;
+    std::vector<std::atomic<int>> handled(kTotal);
+    std::vector<std::atomic<int>> outcome(kTotal); // 0 unknown, 1 answered, 2 gave up, 3 other
+    std::atomic<int> wrongText{0};
+    std::atomic<int> running{kThreads};
+    const int cookie = ZelAddMessageHandler(&widget, [&](UINT m, WPARAM w, LPARAM l, LRESULT& r) {
+        if (m != kFromWorker)
+            return false;
+        const int id = static_cast<int>(w);
+        const auto* text = reinterpret_cast<const std::atomic<int>*>(l);
+        if (text->load() != id)
+            ++wrongText;
+        ++handled[id];
+        r = static_cast<LRESULT>(id) * 3 + 1;
+        return true;
+    });
+    std::vector<std::thread> senders;
+    for (int t = 0; t < kThreads; ++t)
+        senders.emplace_back([&, t] {
+            for (int i = 0; i < kEach; ++i) {
+                const int id = t * kEach + i;
+                std::atomic<int> text{id};
+                DWORD_PTR r = 0;
+                const LRESULT ok = SendMessageTimeout(h, kFromWorker, static_cast<WPARAM>(id),
+                                                      reinterpret_cast<LPARAM>(&text), SMTO_NORMAL, i % 3, &r);
+                const DWORD error = GetLastError();
+                if (ok && r == static_cast<DWORD_PTR>(id) * 3 + 1)
+                    outcome[id] = 1;
+                else if (!ok && error == ERROR_TIMEOUT)
+                    outcome[id] = 2;
+                else
+                    outcome[id] = 3;
+                text = -1; // what a reused stack would hold
+            }
+            --running;
+        });
+    // The GUI thread alternates between busy stretches and short turns at its queue.
+    int round = 0;
+    while (running.load() > 0) {
+        const auto busyUntil = std::chrono::steady_clock::now() + std::chrono::microseconds(200 + 700 * (round++ % 4));
+        while (std::chrono::steady_clock::now() < busyUntil) {
+        }
+        QCoreApplication::processEvents();
+    }
+    for (auto& s : senders)
+        s.join();
+    QCoreApplication::processEvents();
+    ZelRemoveMessageHandler(&widget, cookie);
+    EXPECT_EQ(wrongText.load(), 0) << "a handler read a sender's memory after the sender had gone on";
+    int answered = 0;
+    int gaveUp = 0;
+    for (int id = 0; id < kTotal; ++id) {
+        ASSERT_NE(outcome[id].load(), 3) << "message " << id << " failed for another reason";
+        if (outcome[id] == 1) {
+            ++answered;
+            EXPECT_EQ(handled[id].load(), 1) << "answered message " << id;
+        } else {
+            ++gaveUp;
+            EXPECT_EQ(handled[id].load(), 0) << "message " << id << " was handled after its sender gave up";
+        }
+    }
+    EXPECT_GT(answered, 0);
+    EXPECT_GT(gaveUp, 0);
+}
+
+// The application goes away while a worker keeps sending: the sender waiting at
+// that moment is released, and later ones fail at once instead of waiting for an
+// event loop that is gone. Runs in a child process of its own, since it ends the
+// application; a hang there turns into the alarm signal.
+TEST(QtWindowMailboxReviewDeathTest, EndingTheApplicationReleasesAWorkerThatKeepsSending)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            alarm(10);
+            auto* widget = new QWidget; // outlives the application on purpose
+            const HWND h = ZelHwndFromWidget(widget);
+            std::atomic<int> answered{0};
+            std::atomic<DWORD> lastError{0};
+            std::thread worker([&] {
+                for (;;) {
+                    DWORD_PTR r = 0;
+                    if (!SendMessageTimeout(h, kFromWorker, 0, 0, SMTO_NORMAL, INFINITE, &r)) {
+                        lastError = GetLastError();
+                        break;
+                    }
+                    ++answered;
+                }
+            });
+            while (answered.load() < 20)
+                QCoreApplication::processEvents();
+            std::this_thread::sleep_for(std::chrono::milliseconds(5)); // the worker now waits
+            static_cast<QApplication*>(QCoreApplication::instance())->~QApplication();
+            worker.join();
+            _exit(lastError.load() == ERROR_INVALID_WINDOW_HANDLE ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
