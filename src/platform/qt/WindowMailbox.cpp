@@ -45,8 +45,14 @@ bool watch(std::chrono::microseconds limit, Ready ready)
         if (ready())
             return true;
         relax();
-        if ((i & 63) == 0 && Clock::now() >= until)
-            return ready();
+        // Now and then the processor is offered to others: where the other side
+        // waits for this very processor (a busy machine), it gets to run at once
+        // instead of after the watch.
+        if ((i & 15) == 0) {
+            std::this_thread::yield();
+            if (Clock::now() >= until)
+                return ready();
+        }
     }
 }
 
@@ -69,15 +75,23 @@ void WindowJob::Finish(Phase to, LRESULT result)
             return;
         m_phase = to;
         m_result = result;
-        m_settled.store(to == Done || to == Failed, std::memory_order_release);
     }
+    // After the lock is let go, so that a watching sender that sees it need not
+    // queue up behind the lock.
+    if (to == Done || to == Failed)
+        m_settled.store(true, std::memory_order_release);
     m_cv.notify_all();
 }
 
 WindowJob::Phase WindowJob::Wait(UINT timeoutMs, LRESULT* result)
 {
     const Clock::time_point start = Clock::now();
-    watch(kSenderWatch, [this] { return m_settled.load(std::memory_order_acquire); });
+    if (watch(kSenderWatch, [this] { return m_settled.load(std::memory_order_acquire); })) {
+        // Done and Failed are final, and both were written before the flag.
+        if (m_phase == Done && result)
+            *result = m_result;
+        return m_phase;
+    }
     std::unique_lock lock(m_mutex);
     auto settled = [this] { return m_phase == Done || m_phase == Failed; };
     if (timeoutMs == INFINITE) {
