@@ -133,11 +133,14 @@ bool WindowMailbox::Put(WindowDelivery delivery)
 void WindowMailbox::Drain(const std::function<void(WindowDelivery&)>& deliver)
 {
     const Clock::time_point sliceEnd = Clock::now() + kSlice;
+    // Only a sender waits for the GUI thread; posts may as well gather in the queue
+    // until the next wake-up, so after a post the drain doesn't stay.
+    bool senderWaited = false;
     std::unique_lock lock(m_mutex);
     m_wakeQueued = false;
     for (;;) {
         if (m_queue.empty()) {
-            if (m_closed || Clock::now() >= sliceEnd)
+            if (m_closed || !senderWaited || Clock::now() >= sliceEnd)
                 break;
             m_polling = true;
             lock.unlock();
@@ -160,6 +163,7 @@ void WindowMailbox::Drain(const std::function<void(WindowDelivery&)>& deliver)
         WindowDelivery delivery = std::move(m_queue.front());
         m_queue.pop_front();
         m_queued.fetch_sub(1, std::memory_order_release);
+        senderWaited = delivery.job != nullptr;
         // While the work runs (it may open a modal loop), a new delivery asks for a
         // drain event of its own.
         m_polling = false;
