@@ -17,6 +17,8 @@
 #include <Zel260/mail/CZelMailMessageMimePartText.h>
 #include <Zel260/mail/CZelSmtp.h>
 
+#include "BenchSupport.h"
+
 #include <benchmark/benchmark.h>
 
 #include <arpa/inet.h>
@@ -291,10 +293,5 @@ int main(int argc, char** argv)
 {
     if (argc == 4 && std::strcmp(argv[1], kSendOnce) == 0)
         return sendOnce(static_cast<unsigned>(std::strtoul(argv[2], nullptr, 10)), argv[3]);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return zelbench::runBenchmarks(argc, argv);
 }

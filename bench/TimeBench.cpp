@@ -10,6 +10,8 @@
 #include <Zel260/time/CZelTime.h>
 #include <Zel260/time/CZelTimeHelper.h>
 
+#include "BenchSupport.h"
+
 #include <benchmark/benchmark.h>
 
 #if ZEL260_BENCH_ERFA
@@ -347,10 +349,5 @@ int main(int argc, char** argv)
     oleTimes();
     ctimes();
     zelTimes();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return zelbench::runBenchmarks(argc, argv);
 }

@@ -33,6 +33,9 @@ struct FindState {
     size_t cursor = 0;                           // next name in `listed`
     size_t typeCursor = 0;
     int pathFd = -1;                             // the listed directory, for stat only
+    bool ownsPathFd = true;                      // false: the open folders' parent
+    std::string below;                           // "child/" before each listed name
+    std::string lookupName;                      // below + name, reused
 };
 
 // Live handles, so that a stale or foreign handle is refused instead of followed.
@@ -159,17 +162,20 @@ void fill(WIN32_FIND_DATA* data, const char* name, const struct statx& st, bool 
     std::memcpy(data->cFileName, name, strnlen(name, MAX_PATH - 1));
 }
 
-// Resolves one entry; false when it can't be (dangling, looping, gone).
-bool statEntry(int dirFd, const char* name, unsigned char dtype, WIN32_FIND_DATA* data)
+// Resolves one entry, found under `lookup` from dirFd (the name itself unless
+// given); false when it can't be (dangling, looping, gone).
+bool statEntry(int dirFd, const char* name, unsigned char dtype, WIN32_FIND_DATA* data, const char* lookup = nullptr)
 {
     struct statx st;
     const unsigned mask = STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_ATIME | STATX_MTIME | STATX_CTIME | STATX_BTIME;
-    if (statx(dirFd, name, 0, mask, &st) != 0)
+    if (!lookup)
+        lookup = name;
+    if (statx(dirFd, lookup, 0, mask, &st) != 0)
         return false;
     bool isLink = dtype == DT_LNK;
     if (dtype == DT_UNKNOWN) {
         struct stat lst;
-        isLink = fstatat(dirFd, name, &lst, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(lst.st_mode);
+        isLink = fstatat(dirFd, lookup, &lst, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(lst.st_mode);
     }
     fill(data, name, st, isLink);
     return true;
@@ -198,7 +204,14 @@ bool readNextListed(FindState* s, WIN32_FIND_DATA* data)
         const char* name = names.c_str() + s->cursor;
         s->cursor += std::strlen(name) + 1;
         unsigned char type = static_cast<unsigned char>(s->listed->types[s->typeCursor++]);
-        if (matches(s, name) && statEntry(s->pathFd, name, type, data))
+        if (!matches(s, name))
+            continue;
+        const char* lookup = name;
+        if (!s->below.empty()) {
+            s->lookupName.assign(s->below).append(name);
+            lookup = s->lookupName.c_str();
+        }
+        if (statEntry(s->pathFd, name, type, data, lookup))
             return true;
     }
     errno = 0;
@@ -297,7 +310,7 @@ void destroy(FindState* s)
 {
     if (s->dirFd >= 0)
         close(s->dirFd);
-    if (s->pathFd >= 0)
+    if (s->pathFd >= 0 && s->ownsPathFd)
         close(s->pathFd);
     delete s;
 }
@@ -396,7 +409,32 @@ void stampListing(ZelDirectoryListing* listing, int fd, const timespec& before)
                           timesAreLocal(fd, static_cast<unsigned long long>(st.st_dev));
 }
 
-HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture)
+// "dir" as its parent and its last name, for a lookup one step below the parent;
+// false where there is no such split ("/", or a name without a separator).
+bool splitParent(const std::string& dir, std::string& parent, std::string& child)
+{
+    size_t slash = dir.rfind('/');
+    if (slash == std::string::npos || slash + 1 >= dir.size())
+        return false;
+    parent.assign(dir, 0, slash == 0 ? 1 : slash);
+    child.assign(dir, slash + 1, std::string::npos);
+    return true;
+}
+
+// Opens the directory, below its parent when the open folders hold that.
+int openDirectory(const std::string& dir, ZelOpenFolders* folders)
+{
+    std::string parent, child;
+    if (folders && splitParent(dir, parent, child)) {
+        int parentFd = folders->Open(parent);
+        if (parentFd >= 0)
+            return openat(parentFd, child.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    }
+    return open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS op, ZelDirectoryListing* capture,
+                  ZelOpenFolders* folders = nullptr)
 {
     if (capture)
         *capture = ZelDirectoryListing();
@@ -412,7 +450,7 @@ HANDLE openSearch(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARCH_OPS
     timespec before{0, 0};
     if (capture)
         clock_gettime(CLOCK_REALTIME_COARSE, &before);
-    s->dirFd = open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    s->dirFd = openDirectory(dir, folders);
     if (s->dirFd < 0) {
         int err = errno;
         destroy(s);
@@ -496,12 +534,31 @@ HANDLE FindFirstFileEx(const char* fileName, WIN32_FIND_DATA* data, FINDEX_SEARC
     return openSearch(fileName, data, op, nullptr);
 }
 
-HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing)
+HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing,
+                               ZelOpenFolders* folders)
 {
-    return openSearch(fileName, data, FindExSearchLimitToDirectories, listing);
+    return openSearch(fileName, data, FindExSearchLimitToDirectories, listing, folders);
 }
 
-HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data)
+ZelOpenFolders::~ZelOpenFolders()
+{
+    if (m_fd >= 0)
+        close(m_fd);
+}
+
+int ZelOpenFolders::Open(const std::string& folder)
+{
+    if (m_fd >= 0 && folder == m_folder)
+        return m_fd;
+    if (m_fd >= 0)
+        close(m_fd);
+    m_fd = open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    m_folder = m_fd >= 0 ? folder : std::string();
+    return m_fd;
+}
+
+HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data,
+                          ZelOpenFolders* folders)
 {
     if (!fileName || !data || !*fileName || !listing.complete || !listing.trustworthy)
         return FindFirstFile(fileName, data);
@@ -526,19 +583,34 @@ HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listi
     }
     // Anything unexpected here (the directory gone, replaced or changed) is left to
     // the real enumeration, which then reports exactly what it finds.
+    // With the parent open, the directory and its entries are looked up one step
+    // below it, and nothing needs opening or closing for this directory.
+    std::string parent, child;
+    int parentFd = folders && splitParent(dir, parent, child) ? folders->Open(parent) : -1;
     struct stat st;
     if (!anyMatch) {
-        bool unchanged = stat(dir.c_str(), &st) == 0 && sameAsListed(st, listing);
+        bool unchanged = (parentFd >= 0 ? fstatat(parentFd, child.c_str(), &st, 0) : stat(dir.c_str(), &st)) == 0 &&
+                         sameAsListed(st, listing);
         destroy(s);
         if (!unchanged)
             return FindFirstFile(fileName, data);
         SetLastError(ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
     }
-    s->pathFd = open(dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    if (s->pathFd < 0 || fstat(s->pathFd, &st) != 0 || !sameAsListed(st, listing)) {
-        destroy(s);
-        return FindFirstFile(fileName, data);
+    if (parentFd >= 0) {
+        if (fstatat(parentFd, child.c_str(), &st, 0) != 0 || !S_ISDIR(st.st_mode) || !sameAsListed(st, listing)) {
+            destroy(s);
+            return FindFirstFile(fileName, data);
+        }
+        s->pathFd = parentFd;
+        s->ownsPathFd = false;
+        s->below = child + "/";
+    } else {
+        s->pathFd = open(dir.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+        if (s->pathFd < 0 || fstat(s->pathFd, &st) != 0 || !sameAsListed(st, listing)) {
+            destroy(s);
+            return FindFirstFile(fileName, data);
+        }
     }
     if (!readNext(s, data)) {
         destroy(s);

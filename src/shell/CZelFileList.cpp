@@ -38,6 +38,7 @@ struct WalkListings {
     const CZelFileList* owner;
     std::vector<ZelDirectoryListing> byDirectory; // parallel to the directory list
     size_t current = SIZE_MAX;                    // index of the directory at hand
+    ZelOpenFolders folders;                       // the parent of the directory at hand
     ZelDirectoryListing* at(const CZelFileList* list)
     {
         return owner == list && current < byDirectory.size() ? &byDirectory[current] : nullptr;
@@ -153,7 +154,7 @@ void CZelFileList::DoIt()
     CString pattern = m_path.Mid(sep + 1);
     m_patterns.insert(m_patterns.begin(), pattern);
 
-    WalkListings walk{this, {}};
+    WalkListings walk{this, {}, SIZE_MAX, {}};
     WalkScope scope(m_recursive ? &walk : t_walk);
     if (m_recursive) {
         if (m_directories.empty())
@@ -201,7 +202,7 @@ void CZelFileList::FindDirectories(const CString& path)
             t_walk->byDirectory.resize(t_walk->current + 1);
         listing = &t_walk->byDirectory[t_walk->current];
     }
-    HANDLE h = listing ? ZelFindFirstDirectories(search, m_work.get(), listing)
+    HANDLE h = listing ? ZelFindFirstDirectories(search, m_work.get(), listing, &t_walk->folders)
                        : FindFirstFileEx(search, m_work.get(), FindExSearchLimitToDirectories);
     if (h == INVALID_HANDLE_VALUE) {
         DWORD e = ::GetLastError();
@@ -261,7 +262,8 @@ void CZelFileList::FindFiles(const CString& path, bool last)
     NotifySearchInDirectory(dir);
 
     const ZelDirectoryListing* listing = t_walk ? t_walk->at(this) : nullptr;
-    HANDLE h = listing ? ZelFindFirstListed(path, *listing, m_work.get()) : FindFirstFile(path, m_work.get());
+    HANDLE h = listing ? ZelFindFirstListed(path, *listing, m_work.get(), &t_walk->folders)
+                       : FindFirstFile(path, m_work.get());
     if (h == INVALID_HANDLE_VALUE) {
         DWORD e = ::GetLastError();
         if (!quietError(e))

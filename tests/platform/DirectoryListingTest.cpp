@@ -38,18 +38,18 @@ Found direct(const std::string& search)
     return collect(FindFirstFile(search.c_str(), &fd), fd);
 }
 
-Found listed(const std::string& search, const ZelDirectoryListing& listing)
+Found listed(const std::string& search, const ZelDirectoryListing& listing, ZelOpenFolders* folders = nullptr)
 {
     WIN32_FIND_DATA fd;
-    return collect(ZelFindFirstListed(search.c_str(), listing, &fd), fd);
+    return collect(ZelFindFirstListed(search.c_str(), listing, &fd, folders), fd);
 }
 
 // Walks the whole directory as the recursive search does and keeps its listing.
-ZelDirectoryListing walk(const std::string& dir)
+ZelDirectoryListing walk(const std::string& dir, ZelOpenFolders* folders = nullptr)
 {
     ZelDirectoryListing listing;
     WIN32_FIND_DATA fd;
-    HANDLE h = ZelFindFirstDirectories((dir + "/*.*").c_str(), &fd, &listing);
+    HANDLE h = ZelFindFirstDirectories((dir + "/*.*").c_str(), &fd, &listing, folders);
     if (h != INVALID_HANDLE_VALUE) {
         while (FindNextFile(h, &fd)) {
         }
@@ -57,6 +57,14 @@ ZelDirectoryListing walk(const std::string& dir)
     }
     return listing;
 }
+
+// Every case runs on a lone directory, and as a recursive search meets it: found
+// one step below its parent, which the search keeps open.
+struct Way {
+    const char* name;
+    bool viaParent;
+};
+const Way kWays[] = {{"by path", false}, {"below the open parent", true}};
 
 // File times move in steps; a directory changed shortly before its reading can't
 // vouch for its listing, so the trees here are let age first.
@@ -75,17 +83,25 @@ TEST(DirectoryListing, AnAgedDirectoryIsServedFromItsListing)
     symlink("missing", dir.file("dangling.txt").c_str());
     letAge();
 
-    ZelDirectoryListing listing = walk(dir.path());
-    EXPECT_TRUE(listing.complete);
-    EXPECT_TRUE(listing.trustworthy);
-    for (const char* pattern : {"*.txt", "*", "*.*", "?.*", "b.*", "*.DAT"}) {
-        std::string search = dir.path() + "/" + pattern;
-        EXPECT_EQ(listed(search, listing), direct(search)) << pattern;
+    symlink(dir.path().c_str(), (dir.path() + "-link").c_str());
+    for (const Way& way : kWays) {
+        for (const std::string& root : {dir.path(), dir.path() + "-link"}) {
+            ZelOpenFolders folders;
+            ZelOpenFolders* f = way.viaParent ? &folders : nullptr;
+            ZelDirectoryListing listing = walk(root, f);
+            EXPECT_TRUE(listing.complete);
+            EXPECT_TRUE(listing.trustworthy);
+            for (const char* pattern : {"*.txt", "*", "*.*", "?.*", "b.*", "*.DAT"}) {
+                std::string search = root + "/" + pattern;
+                EXPECT_EQ(listed(search, listing, f), direct(search)) << way.name << ", " << root << ", " << pattern;
+            }
+            // No match is the same quiet error as FindFirstFile's.
+            WIN32_FIND_DATA fd;
+            EXPECT_EQ(ZelFindFirstListed((root + "/*.none").c_str(), listing, &fd, f), INVALID_HANDLE_VALUE);
+            EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+        }
     }
-    // No match is the same quiet error as FindFirstFile's.
-    WIN32_FIND_DATA fd;
-    EXPECT_EQ(ZelFindFirstListed((dir.path() + "/*.none").c_str(), listing, &fd), INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+    std::remove((dir.path() + "-link").c_str());
 }
 
 TEST(DirectoryListing, ChangesAfterTheWalkAreSeen)
@@ -108,14 +124,18 @@ TEST(DirectoryListing, ChangesAfterTheWalkAreSeen)
          },
          {{"keep.txt", 1}, {"back.txt", 2}}},
     };
-    for (const Row& row : rows) {
-        zeltest::TempDir dir;
-        dir.write("keep.txt", "1");
-        dir.write("gone.txt", "22");
-        letAge();
-        ZelDirectoryListing listing = walk(dir.path());
-        row.change(dir);
-        EXPECT_EQ(listed(dir.path() + "/*.txt", listing), row.expected) << row.name;
+    for (const Way& way : kWays) {
+        for (const Row& row : rows) {
+            zeltest::TempDir dir;
+            dir.write("keep.txt", "1");
+            dir.write("gone.txt", "22");
+            letAge();
+            ZelOpenFolders folders;
+            ZelOpenFolders* f = way.viaParent ? &folders : nullptr;
+            ZelDirectoryListing listing = walk(dir.path(), f);
+            row.change(dir);
+            EXPECT_EQ(listed(dir.path() + "/*.txt", listing, f), row.expected) << way.name << ", " << row.name;
+        }
     }
 
     // A directory with nothing to match when it was listed isn't opened again, but
@@ -136,11 +156,20 @@ TEST(DirectoryListing, AListingThatCantBeTrustedFallsBackToReading)
     dir.write("sub/two.txt", "22");
     letAge();
 
-    // A directory put in place of the listed one, even with the same names.
-    ZelDirectoryListing replaced = walk(dir.file("sub"));
+    // A directory put in place of the listed one, even with the same names, or a
+    // link to another one; the open parent is still the same folder.
+    ZelOpenFolders folders;
+    ZelDirectoryListing replaced = walk(dir.file("sub"), &folders);
     ASSERT_EQ(std::rename(dir.file("sub").c_str(), dir.file("old").c_str()), 0);
     dir.write("sub/three.txt", "333");
+    EXPECT_EQ(listed(dir.file("sub") + "/*.txt", replaced, &folders), (Found{{"three.txt", 3}}));
     EXPECT_EQ(listed(dir.file("sub") + "/*.txt", replaced), (Found{{"three.txt", 3}}));
+    ZelDirectoryListing linked = walk(dir.file("sub"), &folders);
+    ASSERT_EQ(std::remove(dir.file("sub/three.txt").c_str()), 0);
+    ASSERT_EQ(rmdir(dir.file("sub").c_str()), 0);
+    ASSERT_EQ(symlink("old", dir.file("sub").c_str()), 0);
+    EXPECT_EQ(listed(dir.file("sub") + "/*.txt", linked, &folders), (Found{{"two.txt", 2}}));
+    std::remove(dir.file("sub").c_str());
 
     // A walk left before its end lists only part of the directory.
     ZelDirectoryListing partial;

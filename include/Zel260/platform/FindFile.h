@@ -81,15 +81,37 @@ struct ZelDirectoryListing {
     bool complete = false;    // the enumeration reached the end of the directory
 };
 
+// The folder above the ones a recursive search is reading, kept open between calls
+// (siblings come one after another), so that each folder and its entries are found
+// one step below it instead of along their whole path. One per search and thread;
+// the folder is closed with the object or when another one takes its place.
+class ZelOpenFolders {
+public:
+    ZelOpenFolders() = default;
+    ~ZelOpenFolders();
+    ZelOpenFolders(const ZelOpenFolders&) = delete;
+    ZelOpenFolders& operator=(const ZelOpenFolders&) = delete;
+    // A handle of `folder` (a path without a trailing "/") for lookups only, or -1.
+    int Open(const std::string& folder);
+
+private:
+    std::string m_folder;
+    int m_fd = -1;
+};
+
 // FindFirstFileEx(fileName, data, FindExSearchLimitToDirectories), which also keeps
 // the entries it leaves out in `listing` (cleared first) when the pattern matches
-// every name ("*" or "*.*"). Same results and errors as FindFirstFileEx.
-HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing);
+// every name ("*" or "*.*"). Same results and errors as FindFirstFileEx. With
+// `folders`, the directory is opened below its parent held there.
+HANDLE ZelFindFirstDirectories(const char* fileName, WIN32_FIND_DATA* data, ZelDirectoryListing* listing,
+                               ZelOpenFolders* folders = nullptr);
 
 // FindFirstFile(fileName) for a search whose directory was listed before: while the
 // listing is complete and the directory unchanged, the names come from the listing
 // and only the matching ones are examined (stat is still made at this moment, so
 // the records are as fresh as FindFirstFile's). Entries that the listing knows to be
 // directories, "." and "..", are not reported. Otherwise, and for a pattern without
-// wildcards, this is FindFirstFile itself. The listing must outlive the handle.
-HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data);
+// wildcards, this is FindFirstFile itself. The listing must outlive the handle, and
+// so must `folders`, through which the directory is looked up when given.
+HANDLE ZelFindFirstListed(const char* fileName, const ZelDirectoryListing& listing, WIN32_FIND_DATA* data,
+                          ZelOpenFolders* folders = nullptr);

@@ -38,7 +38,9 @@ struct Entry {
     QWidget* widget = nullptr;
     QThread* thread = nullptr;
     int ctrlId = 0;
-    std::vector<std::pair<int, ZelMessageHandler>> handlers;
+    // Replaced, never changed in place: a message in progress keeps the list it
+    // started with, and taking it costs no copy.
+    std::shared_ptr<const std::vector<std::pair<int, ZelMessageHandler>>> handlers;
     std::vector<std::weak_ptr<WindowJob>> pending;
 };
 
@@ -137,22 +139,23 @@ void onDestroyed(std::uintptr_t k)
 LRESULT dispatch(QWidget* w, std::uintptr_t k, UINT message, WPARAM wParam, LPARAM lParam)
 {
     QPointer<QWidget> guard(w);
-    std::vector<ZelMessageHandler> hooks;
+    std::shared_ptr<const std::vector<std::pair<int, ZelMessageHandler>>> hooks;
     {
         Registry& r = registry();
         std::lock_guard lock(r.m);
         auto it = r.byHandle.find(k);
         if (it == r.byHandle.end())
             return 0;
-        for (auto h = it->second.handlers.rbegin(); h != it->second.handlers.rend(); ++h)
-            hooks.push_back(h->second);
+        hooks = it->second.handlers;
     }
-    for (auto& hook : hooks) {
-        LRESULT result = 0;
-        if (hook(message, wParam, lParam, result))
-            return result;
-        if (!guard)
-            return 0;
+    if (hooks) {
+        for (auto h = hooks->rbegin(); h != hooks->rend(); ++h) {
+            LRESULT result = 0;
+            if (h->second(message, wParam, lParam, result))
+                return result;
+            if (!guard)
+                return 0;
+        }
     }
     ZelMessageEvent ev(message, wParam, lParam);
     QCoreApplication::sendEvent(w, &ev);
@@ -167,7 +170,7 @@ LRESULT dispatch(QWidget* w, std::uintptr_t k, UINT message, WPARAM wParam, LPAR
 
 // Runs `work` on the window's thread: directly when the caller is that thread,
 // otherwise through the mailbox, waiting at most `timeoutMs` for it to start.
-BOOL runOnWindowThread(HWND h, const WindowWork& work, UINT timeoutMs, LRESULT* out)
+BOOL runOnWindowThread(HWND h, WindowWork work, UINT timeoutMs, LRESULT* out)
 {
     Registry& r = registry();
     std::shared_ptr<WindowJob> job;
@@ -186,7 +189,7 @@ BOOL runOnWindowThread(HWND h, const WindowWork& work, UINT timeoutMs, LRESULT* 
             std::erase_if(e.pending, [](const std::weak_ptr<WindowJob>& j) { return j.expired(); });
             job = std::make_shared<WindowJob>();
             e.pending.push_back(job);
-            if (!r.mailbox->Put({key(h), work, job})) {
+            if (!r.mailbox->Put({key(h), std::move(work), job})) {
                 SetLastError(ERROR_INVALID_WINDOW_HANDLE);
                 return FALSE;
             }
@@ -400,7 +403,11 @@ int ZelAddMessageHandler(QWidget* widget, ZelMessageHandler handler)
     if (it == r.byHandle.end())
         return 0;
     int cookie = r.nextCookie++;
-    it->second.handlers.emplace_back(cookie, std::move(handler));
+    auto handlers = it->second.handlers
+                        ? std::make_shared<std::vector<std::pair<int, ZelMessageHandler>>>(*it->second.handlers)
+                        : std::make_shared<std::vector<std::pair<int, ZelMessageHandler>>>();
+    handlers->emplace_back(cookie, std::move(handler));
+    it->second.handlers = std::move(handlers);
     return cookie;
 }
 
@@ -412,5 +419,9 @@ void ZelRemoveMessageHandler(QWidget* widget, int cookie)
     if (w == r.byWidget.end())
         return;
     auto& handlers = r.byHandle[w->second].handlers;
-    std::erase_if(handlers, [cookie](const auto& h) { return h.first == cookie; });
+    if (!handlers)
+        return;
+    auto rest = std::make_shared<std::vector<std::pair<int, ZelMessageHandler>>>(*handlers);
+    std::erase_if(*rest, [cookie](const auto& h) { return h.first == cookie; });
+    handlers = std::move(rest);
 }

@@ -54,8 +54,14 @@ bool watch(std::chrono::microseconds limit, Ready ready)
         if (ready())
             return true;
         relax();
-        if ((i & 63) == 0 && Clock::now() >= until)
-            return ready();
+        // Now and then the processor is offered to others: where the other side
+        // waits for this very processor (a busy machine), it gets to run at once
+        // instead of after the watch.
+        if ((i & 15) == 0) {
+            std::this_thread::yield();
+            if (Clock::now() >= until)
+                return ready();
+        }
     }
 }
 
@@ -78,15 +84,23 @@ void WindowJob::Finish(Phase to, LRESULT result)
             return;
         m_phase = to;
         m_result = result;
-        m_settled.store(to == Done || to == Failed, std::memory_order_release);
     }
+    // After the lock is let go, so that a watching sender that sees it need not
+    // queue up behind the lock.
+    if (to == Done || to == Failed)
+        m_settled.store(true, std::memory_order_release);
     m_cv.notify_all();
 }
 
 WindowJob::Phase WindowJob::Wait(UINT timeoutMs, LRESULT* result)
 {
     const Clock::time_point start = Clock::now();
-    watch(kSenderWatch, [this] { return m_settled.load(std::memory_order_acquire); });
+    if (watch(kSenderWatch, [this] { return m_settled.load(std::memory_order_acquire); })) {
+        // Done and Failed are final, and both were written before the flag.
+        if (m_phase == Done && result)
+            *result = m_result;
+        return m_phase;
+    }
     std::unique_lock lock(m_mutex);
     auto settled = [this] { return m_phase == Done || m_phase == Failed; };
     if (timeoutMs == INFINITE) {
@@ -128,11 +142,14 @@ bool WindowMailbox::Put(WindowDelivery delivery)
 void WindowMailbox::Drain(const std::function<void(WindowDelivery&)>& deliver)
 {
     const Clock::time_point sliceEnd = Clock::now() + kSlice;
+    // Only a sender waits for the GUI thread; posts may as well gather in the queue
+    // until the next wake-up, so after a post the drain doesn't stay.
+    bool senderWaited = false;
     std::unique_lock lock(m_mutex);
     m_wakeQueued = false;
     for (;;) {
         if (m_queue.empty()) {
-            if (m_closed || Clock::now() >= sliceEnd)
+            if (m_closed || !senderWaited || Clock::now() >= sliceEnd)
                 break;
             m_polling = true;
             lock.unlock();
@@ -155,6 +172,7 @@ void WindowMailbox::Drain(const std::function<void(WindowDelivery&)>& deliver)
         WindowDelivery delivery = std::move(m_queue.front());
         m_queue.pop_front();
         m_queued.fetch_sub(1, std::memory_order_release);
+        senderWaited = delivery.job != nullptr;
         // While the work runs (it may open a modal loop), a new delivery asks for a
         // drain event of its own.
         m_polling = false;

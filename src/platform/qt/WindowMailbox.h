@@ -4,10 +4,11 @@
 // A thread that sends to a window waits for the answer, so each message costs a
 // wake-up on both sides when it travels through the GUI thread's event queue:
 // tens of microseconds on a virtual machine, far more than the work of a progress
-// message. The mailbox keeps the GUI thread at its queue for a moment after a
-// delivery and lets a sender watch its answer for a moment before it sleeps, so a
-// stream of messages (a file search reports every folder) passes without either
-// thread sleeping, while a lone message still wakes the GUI thread the usual way.
+// message. The mailbox keeps the GUI thread at its queue for a moment after it
+// answered a send, and lets a sender watch its answer for a moment before it
+// sleeps, so a stream of sends (a file search reports every folder) passes without
+// either thread sleeping, while a lone message still wakes the GUI thread the
+// usual way. Posts need no answer: they gather until the GUI thread comes by.
 #pragma once
 
 #include <Zel260/platform/WindowMessages.h>
