@@ -4,8 +4,6 @@
 #include <thread>
 #include <utility>
 
-#include <sched.h>
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -20,17 +18,10 @@ constexpr auto kLinger = std::chrono::microseconds(150);
 constexpr auto kSlice = std::chrono::milliseconds(5);
 
 // Watching only pays where the other thread runs on another processor at the same
-// time; on a single one it would take the time the other thread needs. A process
-// held to one processor (taskset, a container's cpuset) counts as a single one,
-// though the machine has more.
+// time; on a single one it would take the time the other thread needs.
 bool watchingPays()
 {
-    static const bool pays = [] {
-        cpu_set_t allowed;
-        if (sched_getaffinity(0, sizeof allowed, &allowed) == 0)
-            return CPU_COUNT(&allowed) > 1;
-        return std::thread::hardware_concurrency() > 1;
-    }();
+    static const bool pays = std::thread::hardware_concurrency() > 1;
     return pays;
 }
 
