@@ -102,6 +102,13 @@ TEST(QtWindowMailboxReview, SendersThatGiveUpAreNeverHandledAndTheOthersGetTheir
         if (text->load() != id)
             ++wrongText;
         ++handled[id];
+        // Now and then a slow handler, so that the other senders run out of time
+        // while the GUI thread is at their queue, not only while it is away.
+        if (id % 5 == 0) {
+            const auto until = std::chrono::steady_clock::now() + std::chrono::microseconds(1500);
+            while (std::chrono::steady_clock::now() < until) {
+            }
+        }
         r = static_cast<LRESULT>(id) * 3 + 1;
         return true;
     });
