@@ -65,6 +65,18 @@ public:
     }
 };
 
+// The work between the messages alone, to be taken off the two below.
+void BM_WorkAlone(benchmark::State& state)
+{
+    const int files = static_cast<int>(state.range(0));
+    for (auto _ : state)
+        runAgainstWindow([&] {
+            for (int i = 0; i < kMessages; ++i)
+                betweenMessages(files);
+        });
+    state.SetItemsProcessed(state.iterations() * kMessages);
+}
+
 void BM_SendMessageTimeout(benchmark::State& state)
 {
     const int files = static_cast<int>(state.range(0));
@@ -140,6 +152,7 @@ void BM_QtPostEvent(benchmark::State& state)
 
 // The argument is the number of stat calls between two messages: none (messages
 // back to back) and five (a folder of a search).
+BENCHMARK(BM_WorkAlone)->Arg(5)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_SendMessageTimeout)->Arg(0)->Arg(5)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_QtBlockingQueuedCall)->Arg(0)->Arg(5)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_PostMessage)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -60,53 +60,53 @@ bool watch(std::chrono::microseconds limit, Ready ready)
 
 bool WindowJob::Start()
 {
-    std::lock_guard lock(m_mutex);
-    if (m_phase != Pending)
-        return false;
-    m_phase = Running;
-    return true;
+    Phase expected = Pending;
+    return m_phase.compare_exchange_strong(expected, Running, std::memory_order_acq_rel);
 }
 
 void WindowJob::Finish(Phase to, LRESULT result)
 {
-    {
-        std::lock_guard lock(m_mutex);
-        if (to == Failed && m_phase != Pending)
+    if (to == Failed) {
+        Phase expected = Pending;
+        if (!m_phase.compare_exchange_strong(expected, Failed, std::memory_order_seq_cst))
             return;
-        m_phase = to;
+    } else {
         m_result = result;
+        m_phase.store(to, std::memory_order_seq_cst);
     }
-    // After the lock is let go, so that a watching sender that sees it need not
-    // queue up behind the lock.
-    if (to == Done || to == Failed)
-        m_settled.store(true, std::memory_order_release);
-    m_cv.notify_all();
+    // A waiter that went to sleep said so before it looked at the phase a last time,
+    // so one of the two sees the other; the lock makes sure it is asleep by now.
+    if (m_sleeping.load(std::memory_order_seq_cst)) {
+        { std::lock_guard lock(m_mutex); }
+        m_cv.notify_all();
+    }
 }
 
 WindowJob::Phase WindowJob::Wait(UINT timeoutMs, LRESULT* result)
 {
     const Clock::time_point start = Clock::now();
-    if (watch(kSenderWatch, [this] { return m_settled.load(std::memory_order_acquire); })) {
-        // Done and Failed are final, and both were written before the flag.
-        if (m_phase == Done && result)
-            *result = m_result;
-        return m_phase;
-    }
-    std::unique_lock lock(m_mutex);
-    auto settled = [this] { return m_phase == Done || m_phase == Failed; };
-    if (timeoutMs == INFINITE) {
-        m_cv.wait(lock, settled);
-    } else if (!m_cv.wait_until(lock, start + std::chrono::milliseconds(timeoutMs), settled)) {
-        if (m_phase == Pending) {
-            m_phase = Cancelled;
-            return Cancelled;
+    auto settled = [this] {
+        Phase p = m_phase.load(std::memory_order_seq_cst);
+        return p == Done || p == Failed;
+    };
+    if (!watch(kSenderWatch, settled)) {
+        std::unique_lock lock(m_mutex);
+        m_sleeping.store(true, std::memory_order_seq_cst);
+        if (timeoutMs == INFINITE) {
+            m_cv.wait(lock, settled);
+        } else if (!m_cv.wait_until(lock, start + std::chrono::milliseconds(timeoutMs), settled)) {
+            Phase expected = Pending;
+            if (m_phase.compare_exchange_strong(expected, Cancelled, std::memory_order_acq_rel))
+                return Cancelled;
+            // Already running: the work may use what the sender lent it, so wait.
+            m_cv.wait(lock, settled);
         }
-        // Already running: the work may use what the sender lent it, so wait.
-        m_cv.wait(lock, settled);
     }
-    if (m_phase == Done && result)
+    // Done and Failed are final, and the result was written before the phase.
+    const Phase p = m_phase.load(std::memory_order_acquire);
+    if (p == Done && result)
         *result = m_result;
-    return m_phase;
+    return p;
 }
 
 WindowMailbox::WindowMailbox(std::function<void()> wake) : m_wake(std::move(wake)) {}

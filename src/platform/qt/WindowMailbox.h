@@ -43,11 +43,12 @@ public:
     Phase Wait(UINT timeoutMs, LRESULT* result);
 
 private:
+    std::atomic<Phase> m_phase{Pending};
+    LRESULT m_result = 0;
+    // Only a waiter that stopped watching sleeps, and only then is the lock needed.
+    std::atomic<bool> m_sleeping{false};
     std::mutex m_mutex;
     std::condition_variable m_cv;
-    Phase m_phase = Pending;
-    LRESULT m_result = 0;
-    std::atomic<bool> m_settled{false}; // Done or Failed, for the waiter's watch
 };
 
 using WindowWork = std::function<LRESULT(QWidget*)>;
