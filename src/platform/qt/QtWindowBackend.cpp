@@ -80,20 +80,60 @@ QWidget* liveWidget(std::uintptr_t k)
     return it == r.byHandle.end() ? nullptr : it->second.widget;
 }
 
+using Hooks = std::shared_ptr<const std::vector<std::pair<int, ZelMessageHandler>>>;
+
+// The live widget behind a handle and its hooks as they are now, in one look.
+QWidget* lookUp(std::uintptr_t k, Hooks* hooks)
+{
+    Registry& r = registry();
+    std::lock_guard lock(r.m);
+    auto it = r.byHandle.find(k);
+    if (it == r.byHandle.end())
+        return nullptr;
+    *hooks = it->second.handlers;
+    return it->second.widget;
+}
+
+// Runs on the widget's thread.
+LRESULT dispatch(QWidget* w, const Hooks& hooks, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    QPointer<QWidget> guard(w);
+    if (hooks) {
+        for (auto h = hooks->rbegin(); h != hooks->rend(); ++h) {
+            LRESULT result = 0;
+            if (h->second(message, wParam, lParam, result))
+                return result;
+            if (!guard)
+                return 0;
+        }
+    }
+    ZelMessageEvent ev(message, wParam, lParam);
+    QCoreApplication::sendEvent(w, &ev);
+    if (ev.isAccepted())
+        return ev.result();
+    if (!guard)
+        return 0;
+    if (auto* target = dynamic_cast<ZelMessageTarget*>(w))
+        return target->WindowProc(message, wParam, lParam);
+    return 0;
+}
+
+// Runs a delivery on the window's thread: a message through dispatch, other work
+// as it is; a send only if its sender still waits.
 void deliver(WindowDelivery& d)
 {
-    QWidget* w = liveWidget(d.target);
-    if (!d.job) {
-        if (w)
-            d.work(w);
-        return;
-    }
+    Hooks hooks;
+    QWidget* w = d.work ? liveWidget(d.target) : lookUp(d.target, &hooks);
     if (!w) {
-        d.job->Finish(WindowJob::Failed);
+        if (d.job)
+            d.job->Finish(WindowJob::Failed);
         return;
     }
-    if (d.job->Start())
-        d.job->Finish(WindowJob::Done, d.work(w));
+    if (d.job && !d.job->Start())
+        return;
+    LRESULT result = d.work ? d.work(w) : dispatch(w, hooks, d.message, d.wParam, d.lParam);
+    if (d.job)
+        d.job->Finish(WindowJob::Done, result);
 }
 
 class Dispatcher : public QObject {
@@ -135,46 +175,15 @@ void onDestroyed(std::uintptr_t k)
             job->Finish(WindowJob::Failed);
 }
 
-// Runs on the widget's thread.
-LRESULT dispatch(QWidget* w, std::uintptr_t k, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    QPointer<QWidget> guard(w);
-    std::shared_ptr<const std::vector<std::pair<int, ZelMessageHandler>>> hooks;
-    {
-        Registry& r = registry();
-        std::lock_guard lock(r.m);
-        auto it = r.byHandle.find(k);
-        if (it == r.byHandle.end())
-            return 0;
-        hooks = it->second.handlers;
-    }
-    if (hooks) {
-        for (auto h = hooks->rbegin(); h != hooks->rend(); ++h) {
-            LRESULT result = 0;
-            if (h->second(message, wParam, lParam, result))
-                return result;
-            if (!guard)
-                return 0;
-        }
-    }
-    ZelMessageEvent ev(message, wParam, lParam);
-    QCoreApplication::sendEvent(w, &ev);
-    if (ev.isAccepted())
-        return ev.result();
-    if (!guard)
-        return 0;
-    if (auto* target = dynamic_cast<ZelMessageTarget*>(w))
-        return target->WindowProc(message, wParam, lParam);
-    return 0;
-}
-
-// Runs `work` on the window's thread: directly when the caller is that thread,
-// otherwise through the mailbox, waiting at most `timeoutMs` for it to start.
-BOOL runOnWindowThread(HWND h, WindowWork work, UINT timeoutMs, LRESULT* out)
+// Runs a delivery (a message, or work) on the window's thread: directly when the
+// caller is that thread, otherwise through the mailbox, waiting at most
+// `timeoutMs` for it to start.
+BOOL runOnWindowThread(HWND h, WindowDelivery d, UINT timeoutMs, LRESULT* out)
 {
     Registry& r = registry();
-    std::shared_ptr<WindowJob> job;
     QWidget* direct = nullptr;
+    Hooks hooks;
+    std::shared_ptr<WindowJob> job;
     {
         std::lock_guard lock(r.m);
         auto it = h ? r.byHandle.find(key(h)) : r.byHandle.end();
@@ -185,18 +194,20 @@ BOOL runOnWindowThread(HWND h, WindowWork work, UINT timeoutMs, LRESULT* out)
         Entry& e = it->second;
         if (e.thread == QThread::currentThread()) {
             direct = e.widget;
+            hooks = e.handlers;
         } else {
             std::erase_if(e.pending, [](const std::weak_ptr<WindowJob>& j) { return j.expired(); });
-            job = std::make_shared<WindowJob>();
+            d.target = key(h);
+            d.job = job = std::make_shared<WindowJob>();
             e.pending.push_back(job);
-            if (!r.mailbox->Put({key(h), std::move(work), job})) {
+            if (!r.mailbox->Put(std::move(d))) {
                 SetLastError(ERROR_INVALID_WINDOW_HANDLE);
                 return FALSE;
             }
         }
     }
     if (direct) {
-        LRESULT v = work(direct);
+        LRESULT v = d.work ? d.work(direct) : dispatch(direct, hooks, d.message, d.wParam, d.lParam);
         if (out)
             *out = v;
         return TRUE;
@@ -211,6 +222,13 @@ BOOL runOnWindowThread(HWND h, WindowWork work, UINT timeoutMs, LRESULT* out)
         SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return FALSE;
     }
+}
+
+BOOL runOnWindowThread(HWND h, WindowWork work, UINT timeoutMs, LRESULT* out)
+{
+    WindowDelivery d;
+    d.work = std::move(work);
+    return runOnWindowThread(h, std::move(d), timeoutMs, out);
 }
 
 class QtBackend : public ZelWindowBackend {
@@ -232,11 +250,9 @@ public:
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);
             return FALSE;
         }
-        std::uintptr_t k = key(h);
-        WindowWork work = [k, message, wParam, lParam](QWidget* w) { return dispatch(w, k, message, wParam, lParam); };
         // The window's own thread queues behind the others too: a follow-up that a
         // handler posts must come before what its sender sends once answered.
-        if (!r.mailbox->Put({k, std::move(work), nullptr})) {
+        if (!r.mailbox->Put({key(h), message, wParam, lParam, {}, nullptr})) {
             SetLastError(ERROR_INVALID_WINDOW_HANDLE);
             return FALSE;
         }
@@ -246,9 +262,7 @@ public:
     BOOL SendTimeout(HWND h, UINT message, WPARAM wParam, LPARAM lParam, UINT, UINT timeoutMs,
                      LRESULT* result) override
     {
-        std::uintptr_t k = key(h);
-        return runOnWindowThread(
-            h, [&](QWidget* w) { return dispatch(w, k, message, wParam, lParam); }, timeoutMs, result);
+        return runOnWindowThread(h, {0, message, wParam, lParam, {}, nullptr}, timeoutMs, result);
     }
 
     std::vector<HWND> Children(HWND h) override

@@ -53,10 +53,14 @@ private:
 
 using WindowWork = std::function<LRESULT(QWidget*)>;
 
-// A message on its way: the window's handle key, the work to run on its thread,
-// and for a send the job that its sender waits on.
+// Something on its way to a window (by its handle key): a message, or other work
+// to run on the window's thread when `work` is set; for a send, the job that its
+// sender waits on. A message travels as its three words, without an allocation.
 struct WindowDelivery {
     std::uintptr_t target = 0;
+    UINT message = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
     WindowWork work;
     std::shared_ptr<WindowJob> job;
 };
