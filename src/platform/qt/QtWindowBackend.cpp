@@ -12,8 +12,6 @@
 #include <QThread>
 #include <QWidget>
 
-#include <chrono>
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <unordered_map>
@@ -34,13 +32,16 @@ QEvent::Type ZelMessageEvent::eventType()
 
 namespace {
 
+using HookList = std::vector<std::pair<int, ZelMessageHandler>>;
+using Hooks = std::shared_ptr<const HookList>;
+
 struct Entry {
     QWidget* widget = nullptr;
     QThread* thread = nullptr;
     int ctrlId = 0;
     // Replaced, never changed in place: a message in progress keeps the list it
     // started with, and taking it costs no copy.
-    std::shared_ptr<const std::vector<std::pair<int, ZelMessageHandler>>> handlers;
+    Hooks handlers;
     std::vector<std::weak_ptr<WindowJob>> pending;
 };
 
@@ -79,8 +80,6 @@ QWidget* liveWidget(std::uintptr_t k)
     auto it = r.byHandle.find(k);
     return it == r.byHandle.end() ? nullptr : it->second.widget;
 }
-
-using Hooks = std::shared_ptr<const std::vector<std::pair<int, ZelMessageHandler>>>;
 
 // The live widget behind a handle and its hooks as they are now, in one look.
 QWidget* lookUp(std::uintptr_t k, Hooks* hooks)
@@ -370,7 +369,8 @@ bool ZelInstallQtWindowBackend()
             return true;
         QObject* dispatcher = new Dispatcher;
         r.dispatcher = dispatcher;
-        // Called with the registry locked, which keeps the dispatcher alive.
+        // Put wakes with the registry locked, and Drain from the dispatcher's own
+        // event, so the dispatcher lives whenever this runs.
         r.mailbox = std::make_unique<WindowMailbox>(
             [dispatcher] { QCoreApplication::postEvent(dispatcher, new QEvent(drainType())); });
     }
@@ -417,9 +417,7 @@ int ZelAddMessageHandler(QWidget* widget, ZelMessageHandler handler)
     if (it == r.byHandle.end())
         return 0;
     int cookie = r.nextCookie++;
-    auto handlers = it->second.handlers
-                        ? std::make_shared<std::vector<std::pair<int, ZelMessageHandler>>>(*it->second.handlers)
-                        : std::make_shared<std::vector<std::pair<int, ZelMessageHandler>>>();
+    auto handlers = it->second.handlers ? std::make_shared<HookList>(*it->second.handlers) : std::make_shared<HookList>();
     handlers->emplace_back(cookie, std::move(handler));
     it->second.handlers = std::move(handlers);
     return cookie;
@@ -435,7 +433,7 @@ void ZelRemoveMessageHandler(QWidget* widget, int cookie)
     auto& handlers = r.byHandle[w->second].handlers;
     if (!handlers)
         return;
-    auto rest = std::make_shared<std::vector<std::pair<int, ZelMessageHandler>>>(*handlers);
+    auto rest = std::make_shared<HookList>(*handlers);
     std::erase_if(*rest, [cookie](const auto& h) { return h.first == cookie; });
     handlers = std::move(rest);
 }
