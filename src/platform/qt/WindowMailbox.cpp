@@ -9,7 +9,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 // How long a sender watches for its answer before it sleeps, and how long the GUI
-// thread stays at the queue after its last delivery. Both are far below what a
+// thread stays at the queue after it answered a send. Both are far below what a
 // person notices, and long enough to bridge the gap between the messages of a
 // busy worker (a file search reports a folder every few microseconds).
 constexpr auto kSenderWatch = std::chrono::microseconds(50);
