@@ -56,6 +56,17 @@ TEST(FindFile, WildcardRules)
         {"X.* takes the bare name", "notes.*", "notes", true},
         {"non-ASCII compares bytewise", "\xc3\x89*", "\xc3\xa9t\xc3\xa9", false},
         {"literal blank", "a b*", "a bc", true},
+        // "*" and a plain tail is decided by the name's end alone; these rows are
+        // the places where that could part from the general rule.
+        {"star may match nothing", "*.txt", ".txt", true},
+        {"name shorter than the tail", "*.txt", "txt", false},
+        {"case is ignored on both sides", "*.TxT", "A.tXt", true},
+        {"tail repeated", "*.txt", "a.txt.txt", true},
+        {"tail only inside", "*.txt", "a.txt.bak", false},
+        {"multi-byte character before the tail", "*.txt", "\xc3\xa9.txt", true},
+        {"tail starting inside a character is never met", "*\xa9x", "\xc3\xa9x", false},
+        {"non-ASCII tail compares bytewise", "*\xc3\xa9", "x\xc3\x89", false},
+        {"wildcard in the tail", "*.t?t", "a.txt", true},
     };
     for (const Row& r : rows)
         EXPECT_EQ(ZelWildcardMatch(r.pattern, r.file), r.match ? TRUE : FALSE) << r.name;
